@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "CimText.h"
+
+#include <Pegasus/Common/Char16.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "Text.h"
+
+namespace QZ {
+namespace {
+
+constexpr std::uint32_t _replacement = 0xFFFD;
+
+// Char of XML 1.0, section 2.2; surrogates do not reach this.
+bool _isXmlCharacter(std::uint32_t c) {
+    return (c >= 0x20 && c != 0xFFFE && c != 0xFFFF) || c == '\t' || c == '\n' || c == '\r';
+}
+
+void _appendUtf16(std::vector<Pegasus::Char16>& units, std::uint32_t c) {
+    if (c >= 0x10000) {
+        units.emplace_back(static_cast<Pegasus::Uint16>(0xD800 + ((c - 0x10000) >> 10)));
+        units.emplace_back(static_cast<Pegasus::Uint16>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+    } else {
+        units.emplace_back(static_cast<Pegasus::Uint16>(c));
+    }
+}
+
+bool _isHighSurrogate(std::uint32_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+
+bool _isLowSurrogate(std::uint32_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+}  // namespace
+
+Pegasus::String make_String(const std::string& text) {
+    if (text.empty()) {
+        return Pegasus::String();  // which no null pointer may make
+    }
+    std::vector<Pegasus::Char16> units;
+    units.reserve(text.size());
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end) {
+        std::uint32_t c = 0;
+        if (!decodeUtf8(at, end, c)) {
+            c = static_cast<unsigned char>(*at++);
+        }
+        _appendUtf16(units, _isXmlCharacter(c) ? c : _replacement);
+    }
+    return Pegasus::String(units.data(), static_cast<Pegasus::Uint32>(units.size()));
+}
+
+Pegasus::String make_String(const std::wstring& text) {
+    return make_String(make_string(text));
+}
+
+std::string make_string(const Pegasus::String& text) {
+    std::string result;
+    result.reserve(text.size());
+    for (Pegasus::Uint32 i = 0; i < text.size(); ++i) {
+        std::uint32_t c = text[i];
+        if (_isHighSurrogate(c) && i + 1 < text.size() && _isLowSurrogate(text[i + 1])) {
+            c = 0x10000 + ((c & 0x3FF) << 10) + (static_cast<std::uint32_t>(text[++i]) & 0x3FF);
+        } else if (_isHighSurrogate(c) || _isLowSurrogate(c)) {
+            c = _replacement;
+        }
+        appendUtf8(result, c);
+    }
+    return result;
+}
+
+}  // namespace QZ
