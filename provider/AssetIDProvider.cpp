@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "AssetIDProvider.h"
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
+
+#include "LogItem.h"
+#include "tavqz/cBusComm.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+namespace {
+
+// The server that loaded the module; events are made through it.
+CIMOMHandle* _cimomHandle = nullptr;
+
+}  // namespace
+
+std::atomic<int> AssetIDProvider::_refCnt{0};
+
+AssetIDProvider::AssetIDProvider() {
+    cBusComm* bus = nullptr;
+    if (_spCommon.getCommonCommDevice(&bus) == 0 && bus != nullptr &&
+        _spCommon.getCommonLibDevice(bus, &_spLibrary) == 0) {
+        _spFound = true;
+        _spCount = bus->getServiceProcessorCount();
+    }
+    logItem("AssetIDProvider", "constructor exiting");
+}
+
+AssetIDProvider::~AssetIDProvider() {
+    logItem("AssetIDProvider", "destructor entering");
+    _spCommon.closeLibLink();
+    _spCommon.closeCommLink();
+    logItem("AssetIDProvider", "destructor exiting");
+}
+
+void AssetIDProvider::initialize(CIMOMHandle& handle) {
+    _cimomHandle = &handle;
+}
+
+void AssetIDProvider::terminate() {
+    delete this;
+}
+
+void AssetIDProvider::createInstance(const OperationContext&, const CIMObjectPath&,
+                                     const CIMInstance&, ObjectPathResponseHandler&) {
+    throw CIMException(CIM_ERR_NOT_SUPPORTED, "AssetIDProvider::createInstance");
+}
+
+void AssetIDProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
+                                     ResponseHandler&) {
+    throw CIMException(CIM_ERR_NOT_SUPPORTED, "AssetIDProvider::deleteInstance");
+}
+
+void AssetIDProvider::enableIndications(IndicationResponseHandler& handler) {
+    if (++_refCnt == 1) {
+        _indicationHandler = &handler;
+        handler.processing();
+    }
+}
+
+void AssetIDProvider::disableIndications() {
+    if (--_refCnt == 0 && _indicationHandler != nullptr) {
+        _indicationHandler->complete();
+        _indicationHandler = nullptr;
+    }
+}
+
+void AssetIDProvider::createSubscription(const OperationContext&, const CIMObjectPath&,
+                                         const Array<CIMObjectPath>&, const CIMPropertyList&,
+                                         const Uint16) {}
+
+void AssetIDProvider::modifySubscription(const OperationContext&, const CIMObjectPath&,
+                                         const Array<CIMObjectPath>&, const CIMPropertyList&,
+                                         const Uint16) {}
+
+void AssetIDProvider::deleteSubscription(const OperationContext&, const CIMObjectPath&,
+                                         const Array<CIMObjectPath>&) {}
+
+}  // namespace QZ

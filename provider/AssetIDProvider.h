@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <Pegasus/Common/Config.h>
+#include <Pegasus/Provider/CIMIndicationProvider.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <tavqz/cSPCommonInt.h>
+
+#include <atomic>
+
+namespace QZ {
+
+// The instance and indication provider of the machine's asset information.
+//
+// The server calls it on any of its threads, several at once. What goes wrong leaves as a
+// `Pegasus::CIMException`; nothing else does.
+class AssetIDProvider : public Pegasus::CIMInstanceProvider, public Pegasus::CIMIndicationProvider {
+public:
+    // Binds the service processor's device library. Without one the provider works all the same
+    // and its service-processor classes have no instances.
+    AssetIDProvider();
+    ~AssetIDProvider() override;
+    AssetIDProvider(const AssetIDProvider&) = delete;
+    AssetIDProvider& operator=(const AssetIDProvider&) = delete;
+
+    void initialize(Pegasus::CIMOMHandle& handle) override;
+    // Deletes the provider.
+    void terminate() override;
+
+    // Delivers every instance of the class with all its properties, whatever the flags and the
+    // property list say. CIM_ERR_INVALID_CLASS for a class that is not served.
+    void enumerateInstances(const Pegasus::OperationContext& context,
+                            const Pegasus::CIMObjectPath& classPath,
+                            const Pegasus::Boolean includeQualifiers,
+                            const Pegasus::Boolean includeClassOrigin,
+                            const Pegasus::CIMPropertyList& propertyList,
+                            Pegasus::InstanceResponseHandler& handler) override;
+    void enumerateInstanceNames(const Pegasus::OperationContext& context,
+                                const Pegasus::CIMObjectPath& classPath,
+                                Pegasus::ObjectPathResponseHandler& handler) override;
+    // Delivers the instance whose class and keys are those of the path, or nothing.
+    void getInstance(const Pegasus::OperationContext& context,
+                     const Pegasus::CIMObjectPath& instanceName,
+                     const Pegasus::Boolean includeQualifiers,
+                     const Pegasus::Boolean includeClassOrigin,
+                     const Pegasus::CIMPropertyList& propertyList,
+                     Pegasus::InstanceResponseHandler& handler) override;
+    // Applies every writable property that the instance carries and saves them. Each class has
+    // one instance, so the keys, the flag and the property list are not looked at.
+    void modifyInstance(const Pegasus::OperationContext& context,
+                        const Pegasus::CIMObjectPath& instanceName,
+                        const Pegasus::CIMInstance& modifiedInstance,
+                        const Pegasus::Boolean includeQualifiers,
+                        const Pegasus::CIMPropertyList& propertyList,
+                        Pegasus::ResponseHandler& handler) override;
+    // CIM_ERR_NOT_SUPPORTED for every class.
+    void createInstance(const Pegasus::OperationContext& context,
+                        const Pegasus::CIMObjectPath& instanceName,
+                        const Pegasus::CIMInstance& instance,
+                        Pegasus::ObjectPathResponseHandler& handler) override;
+    // CIM_ERR_NOT_SUPPORTED for every class.
+    void deleteInstance(const Pegasus::OperationContext& context,
+                        const Pegasus::CIMObjectPath& instanceName,
+                        Pegasus::ResponseHandler& handler) override;
+
+    void enableIndications(Pegasus::IndicationResponseHandler& handler) override;
+    void disableIndications() override;
+    // Every subscription is accepted.
+    void createSubscription(const Pegasus::OperationContext& context,
+                            const Pegasus::CIMObjectPath& subscriptionName,
+                            const Pegasus::Array<Pegasus::CIMObjectPath>& classNames,
+                            const Pegasus::CIMPropertyList& propertyList,
+                            const Pegasus::Uint16 repeatNotificationPolicy) override;
+    void modifySubscription(const Pegasus::OperationContext& context,
+                            const Pegasus::CIMObjectPath& subscriptionName,
+                            const Pegasus::Array<Pegasus::CIMObjectPath>& classNames,
+                            const Pegasus::CIMPropertyList& propertyList,
+                            const Pegasus::Uint16 repeatNotificationPolicy) override;
+    void deleteSubscription(const Pegasus::OperationContext& context,
+                            const Pegasus::CIMObjectPath& subscriptionName,
+                            const Pegasus::Array<Pegasus::CIMObjectPath>& classNames) override;
+
+    // Whether a service processor answered when the provider was made.
+    bool foundSP() const { return _spFound; }
+
+private:
+    // Enables less disables, over all provider objects of the module.
+    static std::atomic<int> _refCnt;
+
+    Pegasus::IndicationResponseHandler* _indicationHandler = nullptr;
+    int _spCount = 1;
+    bool _spFound = false;
+    cDeviceLib* _spLibrary = nullptr;
+    cSPCommonInt _spCommon;
+};
+
+}  // namespace QZ

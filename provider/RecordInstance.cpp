@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "RecordInstance.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+CIMObjectPath makeInstancePath(const CIMObjectPath& asked, const CIMInstance& instance,
+                               const char* const* keys, std::size_t keyCount) {
+    Array<CIMKeyBinding> bindings;
+    for (std::size_t i = 0; i < keyCount; ++i) {
+        const CIMName name(keys[i]);
+        String value;
+        instance.getProperty(instance.findProperty(name)).getValue().get(value);
+        bindings.append(CIMKeyBinding(name, value, CIMKeyBinding::STRING));
+    }
+    CIMObjectPath path = asked;
+    path.setKeyBindings(bindings);
+    return path;
+}
+
+void requireDay(const CIMInstance& modified, const char* name) {
+    const Uint32 index = modified.findProperty(CIMName(name));
+    if (index == PEG_NOT_FOUND) {
+        return;
+    }
+    const CIMValue value = modified.getProperty(index).getValue();
+    if (value.getType() != CIMTYPE_DATETIME || value.isArray() || value.isNull()) {
+        return;
+    }
+    CIMDateTime date;
+    value.get(date);
+    if (!date.isInterval() && !make_DateTime(date).isSet()) {
+        throw CIMException(CIM_ERR_INVALID_PARAMETER,
+                           String(name) + ": " + date.toString() +
+                               " is no day of the calendar; send a whole date, or an interval to "
+                               "clear it");
+    }
+}
+
+}  // namespace QZ
