@@ -35,7 +35,7 @@ void initLog(char* name) {
 
 namespace {
 
-const std::string _modulePath = std::string(TAVQZ_BINARY_DIR) + "/lib/libAssetIDProvider.so";
+const std::string _modulePath = MODULE_PATH;
 
 class Module : public ::testing::Test {
 protected:
