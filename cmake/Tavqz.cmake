@@ -25,6 +25,10 @@ if(CCACHE)
 endif()
 
 add_library(tavqz_options INTERFACE)
+if(TAVQZ_FUZZ)
+  # What a fuzz target reaches in our libraries guides it.
+  target_compile_options(tavqz_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 target_compile_options(tavqz_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow -Werror)
 target_compile_definitions(tavqz_options INTERFACE
