@@ -35,9 +35,8 @@ CIMInstanceProvider* loadProvider() {
     }
     using Create = CIMProvider* (*)(const String&);
     const auto create = reinterpret_cast<Create>(dlsym(handle, "PegasusCreateProvider"));
-    auto* provider = create == nullptr
-                         ? nullptr
-                         : dynamic_cast<CIMInstanceProvider*>(create("AssetIDProvider"));
+    auto* provider =
+        create == nullptr ? nullptr : dynamic_cast<CIMInstanceProvider*>(create("AssetIDProvider"));
     if (provider == nullptr) {
         throw std::runtime_error("the module makes no provider");
     }

@@ -8,7 +8,9 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -21,6 +23,9 @@ public:
     bool ReportContext(const Context&) override { return true; }
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
+            if (run.run_type != Run::RT_Iteration) {
+                continue;  // means and deviations
+            }
             const std::string name = run.run_name.function_name;
             if (run.error_occurred) {
                 std::fprintf(stderr, "%s: %s\n", name.c_str(), run.error_message.c_str());

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "FileReplacement.h"
@@ -78,8 +79,8 @@ double _seconds(const std::function<void()>& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// A modification beside the bare replacement of a file of that size in the same folder, in turns, so
-// that both meet the same noise. The counter is the ratio of their times.
+// A modification beside the bare replacement of a file of that size in the same folder, in turns,
+// so that both meet the same noise. The counter is the ratio of their times.
 void ModifyLease(benchmark::State& state) {
     LoadedModule& module = LoadedModule::get();
     _modify(module, 0);
