@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "MofLexer.h"
+
+#include <cstring>
+
+namespace QZ {
+
+namespace {
+
+std::string _place(const std::string& file, MofPosition position) {
+    return file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
+}
+
+}  // namespace
+
+// Not <cctype>: MOF is ASCII whatever the locale.
+bool MofLexer::_isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool MofLexer::_isNameStart(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool MofLexer::_isNamePart(char c) {
+    return _isNameStart(c) || _isDigit(c);
+}
+
+MofError::MofError(const std::string& file, MofPosition position, const std::string& what)
+    : Error(_place(file, position) + ": " + what), _position(position) {}
+
+MofLexer::MofLexer(std::string_view text, std::string fileName)
+    : _text(text), _file(std::move(fileName)) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (_text.substr(0, byteOrderMark.size()) == byteOrderMark) {
+        _text.remove_prefix(byteOrderMark.size());
+    }
+}
+
+void MofLexer::fail(MofPosition position, const std::string& what) const {
+    throw MofError(_file, position, what);
+}
+
+char MofLexer::_peek(std::size_t ahead) const {
+    return ahead < _text.size() - _at ? _text[_at + ahead] : '\0';
+}
+
+char MofLexer::_take() {
+    const char c = _text[_at++];
+    if (c == '\n') {
+        ++_position.line;
+        _position.column = 1;
+    } else {
+        ++_position.column;
+    }
+    return c;
+}
+
+void MofLexer::_skipComment() {
+    const MofPosition start = _position;
+    _take();
+    if (_take() == '/') {
+        while (!_atEnd() && _peek() != '\n') {
+            _take();
+        }
+        return;
+    }
+    while (!_atEnd()) {
+        if (_take() == '*' && _peek() == '/') {
+            _take();
+            return;
+        }
+    }
+    fail(start, "a comment without end");
+}
+
+void MofLexer::_skipBlanks() {
+    while (!_atEnd()) {
+        if (std::memchr(" \t\r\n\f", _peek(), 5)) {
+            _take();
+        } else if (_peek() == '/' && (_peek(1) == '/' || _peek(1) == '*')) {
+            _skipComment();
+        } else {
+            return;
+        }
+    }
+}
+
+MofToken MofLexer::next() {
+    _skipBlanks();
+    MofToken token;
+    token.position = _position;
+    if (_atEnd()) {
+        return token;
+    }
+    const char c = _peek();
+    if (_isNameStart(c)) {
+        return _identifier();
+    }
+    if (_isDigit(c) || (c == '.' && _isDigit(_peek(1)))) {
+        return _number();
+    }
+    if (c == '"') {
+        return _string();
+    }
+    if (c == '\'') {
+        return _char();
+    }
+    if (c == '#') {
+        _take();
+        token.text = _identifier().text;
+        if (token.text != "pragma") {
+            fail(token.position, "#pragma expected");
+        }
+        token.kind = MofToken::Pragma;
+        return token;
+    }
+    if (c == '\0' || !std::strchr("{}[](),;:=+-$", c)) {
+        fail(token.position, "a character that MOF does not know");
+    }
+    token.kind = MofToken::Punctuation;
+    token.text = _take();
+    return token;
+}
+
+MofToken MofLexer::_identifier() {
+    MofToken token;
+    token.kind = MofToken::Identifier;
+    token.position = _position;
+    while (!_atEnd() && _isNamePart(_peek())) {
+        token.text += _take();
+    }
+    return token;
+}
+
+}  // namespace QZ

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "MofSyntax.h"
+
+namespace QZ {
+
+// Reads the part of MOF (DSP0004, annex A) that models are written in: qualifier declarations,
+// classes with properties and references, instances, and pragmas that change nothing. Methods,
+// aliases and included files are refused rather than skipped.
+//
+// fileName is for messages. Throws MofError at the first thing that is not understood.
+MofDocument parseMof(std::string_view text, const std::string& fileName);
+
+// The same of a file; Error where it cannot be read.
+MofDocument parseMofFile(const std::string& path);
+
+}  // namespace QZ
