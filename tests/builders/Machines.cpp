@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Machines.h"
+
+#include <filesystem>
+
+#include "AssetText.h"
+#include "FirmwareParts.h"
+#include "SmBiosBuilder.h"
+
+namespace {
+
+using EntryPoint = SmBiosBuilder::EntryPoint;
+
+std::string _uuid(unsigned char last) {
+    std::string bytes = "\x10\x32\x54\x76\x98\xBA\xDC\xFE\x80\x01\x02\x03\x04\x05\x06";
+    return bytes + static_cast<char>(last);
+}
+
+std::string _cpuInfo(int processors, const std::string& modelName) {
+    std::string text;
+    for (int i = 0; i < processors; ++i) {
+        text += "processor\t: " + std::to_string(i) +
+                "\nvendor_id\t: ExampleCorp\ncpu family\t: 6\nmodel\t\t: 106\nmodel name\t: " +
+                modelName + "\nstepping\t: 6\ncpu MHz\t\t: 2400.000\n\n";
+    }
+    return text;
+}
+
+void _writeSystem(const std::string& root, const std::string& hostName,
+                  const std::string& machineId, const std::string& cpuInfo,
+                  const std::string& asset) {
+    writeTestFile(root + "/etc/hostname", hostName + "\n");
+    writeTestFile(root + "/etc/machine-id", machineId + "\n");
+    writeTestFile(root + "/proc/cpuinfo", cpuInfo);
+    writeTestFile(root + "/var/lib/tavqz/asset.dat", asset);
+}
+
+void _writeRackServer(const std::string& root) {
+    SmBiosBuilder firmware(EntryPoint::Version3, 3, 5);
+    addBios(firmware, "EX2U-2.14", "03/02/2025");
+    addSystem(firmware, {"Example Corp", "Example Server 2U -[EX2100-7A]-", "04", "EXS2100417"},
+              _uuid(0x11));
+    addBaseBoard(firmware, {"Example Corp", "System Board 7A", "Rev C", "EXB7A00319"});
+    addBaseBoard(firmware, {"Example Corp", "Riser Board 2", "Rev A", "EXR2000072"}, daughterBoard);
+    addEnclosure(firmware, {"Example Corp", "", "2U-8", "EXC8000417"});
+    for (const char* socket : {"CPU 1", "CPU 2"}) {
+        addProcessor(firmware, socket,
+                     {"Example Corp", "", "Example Processor 6316 2.40GHz", "Not Specified"});
+    }
+    for (int i = 1; i <= 8; ++i) {
+        const std::string number = std::to_string(i);
+        addMemory(firmware, "DIMM " + number,
+                  {i <= 4 ? "Example Memory" : "Sample Modules", "", "", "5A3C10" + number + "0"},
+                  "EM16G-3200R");
+    }
+    firmware.addEnd().writeBelow(root);
+    _writeSystem(root, "rack-server", "5f3a9c1e7d2b4860a1b2c3d4e5f60718",
+                 _cpuInfo(4, "Example Processor 6316 @ 2.40GHz"), filledAsset());
+}
+
+void _writeOldServer(const std::string& root) {
+    SmBiosBuilder firmware(EntryPoint::Version2, 2, 2);
+    addBios(firmware, "EXT4-1.03", "11/20/1999");
+    addSystem(firmware, {"Example Corp", "Example Server -[EX400]-", "1.0", "EXT4000023"},
+              _uuid(0x22));
+    addBaseBoard(firmware, {"Example Corp", "Server Board", "B2", "EXB4000023"});
+    addEnclosure(firmware, {"Example Corp", "", "2U", "EXC4000023"});
+    addOldMemory(firmware, "J14");
+    addOldMemory(firmware, "J15");
+    firmware.addEnd().writeBelow(root);
+    _writeSystem(root, "old-server", "0b1c2d3e4f5061728394a5b6c7d8e9fa",
+                 _cpuInfo(1, "Example Processor III"), emptyAsset());
+}
+
+void _writeDamagedFirmware(const std::string& root) {
+    SmBiosBuilder firmware(EntryPoint::Version2, 2, 8);
+    addBios(firmware, "EX2U-1.00", "05/06/2014");
+    addSystem(firmware, {"Example Corp", "Example Server 2U -[EX1000]-", "02", "EXS1000555"},
+              _uuid(0x33));
+    addBaseBoard(firmware, {"Example Corp", "System Board 1", "Rev B", "EXB1000555"});
+    addEnclosure(firmware, {"Example Corp", "", "2U-4", "EXC1000555"});
+    addMemory(firmware, "DIMM 1", {"Example Memory", "", "", "77AA0001"}, "EM16G-3200R");
+    addMemory(firmware, "DIMM 2", {"Example Memory", "", "", "77AA0002"}, "EM16G-3200R");
+    firmware.spoilChecksum().announceLength(40).announceCount(200).writeBelow(root);
+    // In the middle of the last serial number: its maker stands before it and is whole.
+    const std::string table = firmware.table();
+    std::filesystem::resize_file(root + "/sys/firmware/dmi/tables/DMI", table.rfind("0002") + 2);
+    _writeSystem(root, "damaged-firmware", "112233445566778899aabbccddeeff00",
+                 _cpuInfo(2, "Example Processor 2620"), emptyAsset());
+}
+
+void _writeHostileTexts(const std::string& root) {
+    SmBiosBuilder firmware(EntryPoint::Version3, 3, 0);
+    addBios(firmware, "<!-- ]]> -->", "99/99/9999");
+    // A UUID of FFh bytes means that there is none.
+    addSystem(firmware,
+              {"Example & Sons <script>alert(\"1\")</script>", "%s%n -[]]>&#0;[--", "\\\"'\\",
+               "\x01\x02\t\r\n\x1B[31m\x7F EX\"1\"<&>"},
+              std::string(16, '\xFF'));
+    addBaseBoard(firmware, {"\xFF\xFE\xC3\x28\xC0\xAF", "\xED\xA0\x80\xF5\x80\x80\x80",
+                            "\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x96\xA5", "\xFF\xFF\xFF\xFF"});
+    addEnclosure(firmware, {"   blanks   ", "", "\xC2\x85\xEF\xBF\xBF", std::string(4000, 'A')});
+    // Turns the reading direction around. Joined, or else it would do so in this source.
+    const std::string rightToLeft = std::string("\xE2\x80") + "\xAE";
+    addMemory(firmware, rightToLeft, {",;=\t\"", "", "", "=1+1"}, "../../etc");
+    firmware.addEnd().writeBelow(root);
+    _writeSystem(root, "hostile-texts\x1B]0;\xFF<&>", "not a machine id",
+                 _cpuInfo(1, "\x1B[2J<b>&amp;\xFF"), emptyAsset());
+}
+
+void _writeBare(const std::string& root) {
+    _writeSystem(root, "bare", "00112233445566778899aabbccddeeff",
+                 _cpuInfo(1, "Example Virtual Processor"), emptyAsset());
+}
+
+}  // namespace
+
+void writeMachines(const std::string& folder) {
+    const struct {
+        const char* name;
+        void (*write)(const std::string& root);
+    } machines[] = {{"rack-server", _writeRackServer},
+                    {"old-server", _writeOldServer},
+                    {"damaged-firmware", _writeDamagedFirmware},
+                    {"hostile-texts", _writeHostileTexts},
+                    {"bare", _writeBare}};
+    for (const auto& machine : machines) {
+        const std::string root = folder + "/" + machine.name;
+        std::filesystem::remove_all(root);
+        machine.write(root);
+    }
+}
