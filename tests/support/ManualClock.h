@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Clock.h"
+
+// A clock that stands still but for sleeps, which pass at once. It takes the machine's place for as
+// long as it lives.
+class ManualClock final : public QZ::Clock {
+public:
+    explicit ManualClock(std::int64_t seconds = 1800000000)
+        : _milliseconds(seconds * 1000), _replacement(*this) {}
+
+    std::int64_t seconds() override { return _milliseconds / 1000; }
+    std::int64_t milliseconds() override { return _milliseconds; }
+    int setSeconds(std::int64_t seconds) override {
+        _milliseconds = seconds * 1000;
+        return 0;
+    }
+    void sleepMilliseconds(unsigned milliseconds) override {
+        _milliseconds += milliseconds;
+        _slept += milliseconds;
+    }
+
+    // All sleeps together.
+    std::int64_t sleptMilliseconds() const { return _slept; }
+
+private:
+    std::int64_t _milliseconds;
+    std::int64_t _slept = 0;
+    QZ::ClockReplacement _replacement;
+};
