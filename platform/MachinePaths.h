@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+namespace QZ {
+
+// Every path into the machine. The machine's own files lie under "/", unless the environment's
+// TAVQZ_HOST_ROOT names a folder that is laid out as another machine is. The environment is read
+// afresh at each call, and ignored in a process with raised privileges (secure_getenv).
+class MachinePaths {
+public:
+    // True while TAVQZ_HOST_ROOT names a folder other than "/".
+    static bool isOtherMachine();
+
+    // The SMBIOS entry point and structure table, as the kernel shows them.
+    static std::string smbiosEntryPoint();
+    static std::string smbiosTable();
+
+    static std::string machineId();
+
+    // The host name as configured. This machine's own name is asked of the kernel instead.
+    static std::string hostName();
+
+    static std::string hypervisorType();
+    static std::string hypervisorUuid();
+    static std::string cpuInfo();
+
+    // The folder of our data files, ending in "/": TAVQZ_DATA_DIR, else the system's. Never under
+    // TAVQZ_HOST_ROOT.
+    static std::string dataDirectory();
+
+    // printf format of a run-time library's path, from its file name. Relative to the working
+    // folder, never to TAVQZ_HOST_ROOT.
+    static const char* libraryFormat();
+};
+
+}  // namespace QZ
