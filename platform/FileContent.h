@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace QZ {
+
+// What there was to read under a path.
+struct FileContent {
+    enum State {
+        Read,
+        Missing,
+        Unreadable,  // error says why
+        NotRegular,  // a folder, a device, a pipe, a socket: never waited for
+        TooLarge,
+    };
+
+    State state = Missing;
+    int error = 0;     // errno, when Unreadable or Missing
+    std::string text;  // the whole file when Read, else empty
+};
+
+// Reads a whole file of at most `limit` bytes; also one whose size the kernel does not tell. Never
+// throws for what it finds on disk.
+FileContent readWholeFile(const std::string& path, std::size_t limit);
+
+}  // namespace QZ
