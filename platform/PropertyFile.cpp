@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "PropertyFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "Clock.h"
+#include "DateTime.h"
+#include "Error.h"
+#include "File.h"
+#include "FileContent.h"
+#include "FileReplacement.h"
+#include "Text.h"
+
+namespace QZ {
+
+namespace {
+
+// Now, as "20270131T083000" in local time.
+std::string timeStamp() {
+    const DateTime now(Clock::current().seconds(), DateTime::CalendarDate | DateTime::TimeOfDay);
+    std::string stamp = now.toString().substr(0, 19);
+    stamp.erase(std::remove_if(stamp.begin(), stamp.end(),
+                               [](char sign) { return sign == '-' || sign == ':'; }),
+                stamp.end());
+    return stamp;
+}
+
+bool exists(const std::string& path) {
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+// A damaged file under a second name, which it keeps once its replacement stands. Until then the
+// first name stays where the file system allows two.
+class DamagedFile {
+public:
+    explicit DamagedFile(const std::string& path) : _path(path) {
+        const std::string stem = path + ".damaged-" + timeStamp();
+        _aside = stem;
+        for (int number = 2; exists(_aside); ++number)
+            _aside = stem + '-' + std::to_string(number);
+        _isMoved = ::link(path.c_str(), _aside.c_str()) != 0;
+        if (_isMoved && ::rename(path.c_str(), _aside.c_str()) != 0)
+            throwSystemError("Cannot set aside the damaged file", path, errno);
+    }
+
+    ~DamagedFile() {
+        if (_isKept)
+            return;
+        if (_isMoved)
+            static_cast<void>(::rename(_aside.c_str(), _path.c_str()));
+        else
+            ::unlink(_aside.c_str());
+    }
+
+    DamagedFile(const DamagedFile&) = delete;
+    DamagedFile& operator=(const DamagedFile&) = delete;
+
+    void keep() { _isKept = true; }
+
+private:
+    std::string _path;
+    std::string _aside;
+    bool _isMoved = false;
+    bool _isKept = false;
+};
+
+bool isSound(const FileContent& content) {
+    return content.state == FileContent::Missing ||
+           (content.state == FileContent::Read && content.text.find('\0') == std::string::npos);
+}
+
+// What stands on disk, which may be damaged; throws where that cannot be told, for then it must not
+// be overwritten.
+FileContent readToReplace(const std::string& path) {
+    FileContent content = readWholeFile(path, PropertyFile::MaximumSize);
+    if (content.state == FileContent::Unreadable)
+        throwSystemError("Cannot read", path, content.error);
+    return content;
+}
+
+}  // namespace
+
+PropertyFile::PropertyFile(const std::wstring& path) : _path(make_string(path)) {}
+
+void PropertyFile::open(int mode) {
+    if (mode < ReadMode || mode > (ReadMode | WriteMode))
+        throwSystemError("Cannot open", _path, EINVAL);
+    const bool isWriter = (mode & WriteMode) != 0;
+    _abandon();
+    _lock.emplace(_path, isWriter ? FileLock::Exclusive : FileLock::Shared);
+    FileContent content;
+    try {
+        content = isWriter ? readToReplace(_path) : readWholeFile(_path, MaximumSize);
+    } catch (...) {
+        _abandon();
+        throw;
+    }
+    if ((mode & ReadMode) != 0)
+        _text = PropertyText(std::move(content.text));
+    if (!isWriter)
+        _lock.reset();
+    _mode = mode;
+}
+
+std::wstring PropertyFile::getProperty(const std::wstring& key) const {
+    return make_wstring(_text.get(make_string(key)));
+}
+
+void PropertyFile::setProperty(const std::wstring& key, const std::wstring& value) {
+    setProperty(key, value, nullptr);
+}
+
+void PropertyFile::setProperty(const std::wstring& key, const std::wstring& value,
+                               bool (*givesBack)(const std::wstring& stored)) {
+    if ((_mode & WriteMode) == 0)
+        throwSystemError("Cannot write", _path, EBADF);
+    const std::string name = make_string(key);
+    bool keepOld = false;
+    if (givesBack != nullptr) {
+        const std::string stored = _text.get(name);
+        keepOld = !stored.empty() && !givesBack(make_wstring(stored));
+    }
+    _text.set(name, make_string(value), keepOld);
+    _isSet = true;
+}
+
+void PropertyFile::close() {
+    try {
+        if (_isSet)
+            _save();
+    } catch (...) {
+        _abandon();
+        throw;
+    }
+    _abandon();
+}
+
+void PropertyFile::_save() const {
+    const FileContent onDisk = readToReplace(_path);
+    const std::string text = _text.compose();
+    if (onDisk.state == FileContent::Read && onDisk.text == text)
+        return;
+    std::optional<DamagedFile> damaged;
+    if (!isSound(onDisk))
+        damaged.emplace(_path);
+    replaceFile(_path, text);
+    if (damaged)
+        damaged->keep();
+}
+
+void PropertyFile::_abandon() {
+    _mode = 0;
+    _isSet = false;
+    _text = PropertyText();
+    _lock.reset();
+}
+
+}  // namespace QZ
