@@ -68,7 +68,8 @@ TEST(CIMInstance, RemovesProperties) {
 TEST(CIMInstance, CopiesShareAndClonesDoNot) {
     CIMInstance original = lamp();
     CIMInstance copy = original;
-    const CIMConstInstance reader = original;
+    CIMConstInstance reader;
+    reader = original;
     const CIMInstance clone = reader.clone();
     copy.getProperty(1).setValue(CIMValue(String("blue")));
     copy.addProperty(property("Weight", "heavy"));
