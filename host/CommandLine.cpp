@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+#include "Product.h"
+#include "Text.h"
+
+namespace QZ {
+
+namespace {
+
+constexpr const char* _footer = R"(Examples:
+  tavqz report
+  tavqz list TAVIRA_Lease --format json
+  tavqz get 'TAVIRA_Lease.Identifier="TAVIRA|CorvanaAgent|Lease"'
+  tavqz set TAVIRA_Lease EndDate=2027-01-31 Lessor="Acme"
+  tavqz --root tests/machines/NAME report
+
+Exit status: 0 success; 1 the module or the server failed or refused, or writing
+failed; 2 wrong usage; 3 get found no such instance.)";
+
+constexpr const char* _setFooter =
+    R"(Values: numbers in decimal; true or false; dates as 2027-01-31, in ISO 8601 with
+a time, or in the 25-character CIM form. An empty value clears a date or a text.
+Writes nothing on success.
+
+Examples:
+  tavqz set TAVIRA_Lease EndDate=2027-01-31 Lessor="Acme" Buyout=1200
+  tavqz set TAVIRA_Warranty EndDate=)";
+
+void _addGlobalOptions(CLI::App& app, Request& request) {
+    app.add_option("--format", request.format, "How to write the result")
+        ->check(CLI::IsMember({"table", "json", "csv", "mof"}))
+        ->capture_default_str();
+    app.add_option("--root", request.root, "Ask the machine whose files lie under this folder")
+        ->envname("TAVQZ_HOST_ROOT")
+        ->type_name("DIR");
+    app.add_option("--data-dir", request.dataFolder, "The folder of the asset data")
+        ->envname("TAVQZ_DATA_DIR")
+        ->type_name("DIR");
+    app.add_option("--module", request.moduleFile, "The provider module to load")
+        ->type_name("FILE");
+    app.add_option("--schema", request.schemaFolder, "The folder of the model's MOF files")
+        ->type_name("DIR");
+    app.set_version_flag("--version", "tavqz " + make_string(Product::getVersion()));
+}
+
+CLI::App* _addCommand(CLI::App& app, Request& request, Request::Command command, const char* name,
+                      const char* description, const char* example) {
+    CLI::App* added = app.add_subcommand(name, description);
+    added->fallthrough();
+    added->footer(std::string("Example:\n  tavqz ") + example +
+                  "\n\nThe options of \"tavqz --help\" may stand behind the command too.");
+    added->parse_complete_callback([&request, command] { request.command = command; });
+    return added;
+}
+
+void _addCommands(CLI::App& app, Request& request) {
+    _addCommand(app, request, Request::Report, "report",
+                "Lay out everything the machine answers, for people", "report");
+    _addCommand(app, request, Request::List, "list", "Write the instances of a class",
+                "list TAVIRA_SerialNumberInformation --format csv")
+        ->add_option("CLASS", request.subject, "The class")
+        ->required();
+    _addCommand(app, request, Request::Names, "names", "Write the paths of a class's instances",
+                "names TAVIRA_Lease")
+        ->add_option("CLASS", request.subject, "The class")
+        ->required();
+    _addCommand(app, request, Request::Get, "get", "Write one instance",
+                "get 'TAVIRA_Lease.Identifier=\"TAVIRA|CorvanaAgent|Lease\"'")
+        ->add_option("PATH", request.subject, "The instance's path, as \"names\" writes it")
+        ->required();
+    CLI::App* set = _addCommand(app, request, Request::Set, "set",
+                                "Change properties of a class's one instance", "");
+    set->footer(_setFooter);
+    set->add_option("CLASS", request.subject, "The class")->required();
+    set->add_option("Property=value", request.assignments, "The properties and their new values")
+        ->required();
+    _addCommand(app, request, Request::Classes, "classes", "Write the classes of the model",
+                "classes --format json");
+}
+
+}  // namespace
+
+ParsedArguments parseArguments(int count, const char* const* arguments) {
+    ParsedArguments result;
+    CLI::App app("Asks this machine's asset provider, without a server.", "tavqz");
+    app.footer(_footer);
+    app.require_subcommand(1);
+    _addGlobalOptions(app, result.request);
+    _addCommands(app, result.request);
+    try {
+        app.parse(count, arguments);
+        result.isRequest = true;
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream out;
+        std::ostringstream err;
+        result.status = app.exit(error, out, err) == 0 ? EXIT_OK : EXIT_USAGE;
+        result.text = result.status == EXIT_OK ? out.str() : err.str();
+    }
+    return result;
+}
+
+}  // namespace QZ

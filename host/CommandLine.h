@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Error.h"
+
+namespace QZ {
+
+// The command's exit status, which scripts may rely on.
+enum ExitStatus {
+    EXIT_OK = 0,
+    EXIT_FAILED = 1,     // the module, the server or standard output failed
+    EXIT_USAGE = 2,      // what was asked for makes no sense
+    EXIT_NOT_FOUND = 3,  // "get" found no such instance
+};
+
+// What was asked for makes no sense; the message says what would.
+class UsageError : public Error {
+public:
+    using Error::Error;
+};
+
+// What the arguments ask for.
+struct Request {
+    enum Command { Report, List, Names, Get, Set, Classes };
+
+    Command command = Report;
+    std::string subject;                   // a class, or the path of "get"
+    std::vector<std::string> assignments;  // of "set", each "Property=value"
+    std::string format = "table";
+    std::string root;  // each empty where it is not given, and as it was written
+    std::string dataFolder;
+    std::string moduleFile;
+    std::string schemaFolder;
+};
+
+// What became of the arguments: a request to carry out, or a text to print and a status to end
+// with.
+struct ParsedArguments {
+    bool isRequest = false;
+    Request request;
+    std::string text;
+    ExitStatus status =
+        EXIT_OK;  // EXIT_OK: the text is for standard output, else for standard error
+};
+
+// Reads the arguments, the first of which is the program's name, and for what they leave open the
+// environment's TAVQZ_HOST_ROOT and TAVQZ_DATA_DIR. Global options may stand anywhere.
+ParsedArguments parseArguments(int count, const char* const* arguments);
+
+}  // namespace QZ

@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Commands.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <map>
+#include <memory>
+
+#include "Assignment.h"
+#include "CimText.h"
+#include "Output.h"
+#include "Report.h"
+#include "Sources.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+namespace {
+
+std::unique_ptr<Output> _output(const std::string& format) {
+    if (format == "json") {
+        return std::make_unique<JsonOutput>();
+    }
+    if (format == "csv") {
+        return std::make_unique<CsvOutput>();
+    }
+    if (format == "mof") {
+        return std::make_unique<MofOutput>();
+    }
+    return std::make_unique<TableOutput>();
+}
+
+// The text of an argument that is to become a CIM name or path.
+String _argument(const std::string& text) {
+    return String(text.data(), Uint32(text.size()));
+}
+
+CIMObjectPath _classPath(const std::string& name) {
+    try {
+        return CIMObjectPath(String(), MODEL_NAMESPACE, CIMName(_argument(name)));
+    } catch (const Exception&) {
+        throw UsageError("\"" + name + "\" is no class name");
+    }
+}
+
+CIMObjectPath _instancePath(const std::string& text) {
+    CIMObjectPath path;
+    try {
+        path.set(_argument(text));
+    } catch (const Exception&) {
+        throw UsageError("\"" + text + "\" is no path of an instance");
+    }
+    if (path.getKeyBindings().size() == 0) {
+        throw UsageError("\"" + text + "\" names a class: \"names\" writes its instances' paths");
+    }
+    return path;
+}
+
+// Why classes could not be answered: each reason once, with the classes that share it.
+class Failures {
+public:
+    void add(const std::string& className, const CIMException& exception) {
+        std::string& classes = _classesByReason[statusText(exception)];
+        classes += classes.empty() ? className : ", " + className;
+    }
+    void tell(const Notes& note) const {
+        for (const auto& [reason, classes] : _classesByReason) {
+            note(classes + ": " + reason);
+        }
+    }
+    bool isEmpty() const { return _classesByReason.empty(); }
+
+private:
+    std::map<std::string, std::string> _classesByReason;
+};
+
+CommandResult _report(const Request& request, InProcessServer& server, const Notes& note) {
+    std::string text;
+    std::vector<CIMInstance> all;
+    Failures failures;
+    const Schema& schema = server.schema();
+    for (const auto& declared : schema.classes.classes()) {
+        if (!schema.registration.instanceProvider(MODEL_NAMESPACE, declared->name)) {
+            continue;
+        }
+        try {
+            const auto found = server.enumerateInstances(_classPath(declared->name));
+            all.insert(all.end(), found.begin(), found.end());
+            const std::string section = reportSection(*declared, found);
+            text += section.empty() || text.empty() ? section : "\n" + section;
+        } catch (const CIMException& exception) {
+            failures.add(declared->name, exception);
+        }
+    }
+    failures.tell(note);
+    // The module has made what it can by now: its data folder, for example.
+    for (const std::string& sentence : missingSources()) {
+        note(sentence);
+    }
+    if (request.format != "table") {
+        text = _output(request.format)->instances(all);
+    }
+    return {text, failures.isEmpty() ? EXIT_OK : EXIT_FAILED};
+}
+
+CommandResult _get(const Request& request, InProcessServer& server, const Notes& note) {
+    const CIMObjectPath path = _instancePath(request.subject);
+    try {
+        return {_output(request.format)->instances({server.getInstance(path)})};
+    } catch (const CIMException& exception) {
+        if (exception.getCode() != CIM_ERR_NOT_FOUND) {
+            throw;
+        }
+        note(statusText(exception));
+        return {"", EXIT_NOT_FOUND};
+    }
+}
+
+void _set(const Request& request, InProcessServer& server) {
+    const CIMObjectPath classPath = _classPath(request.subject);
+    const ClassDeclaration* declared = server.schema().classes.find(request.subject);
+    if (!declared) {
+        throw CIMException(CIM_ERR_INVALID_CLASS, classPath.getClassName().getString());
+    }
+    const std::vector<Assignment> assignments = parseAssignments(*declared, request.assignments);
+    const std::vector<CIMInstance> current = server.enumerateInstances(classPath);
+    if (current.size() != 1) {
+        throw CIMException(CIM_ERR_FAILED,
+                           make_String(declared->name + " has " + std::to_string(current.size()) +
+                                       " instances, not one"));
+    }
+    const CIMInstance modified = modifiedInstance(*declared, current.front(), assignments);
+    server.modifyInstance(modified, propertyNames(modified));
+}
+
+}  // namespace
+
+std::string statusText(const CIMException& exception) {
+    const std::string code = std::string(cimStatusCodeToString(exception.getCode())) + " (" +
+                             std::to_string(int(exception.getCode())) + ")";
+    const std::string message = make_string(exception.getMessage());
+    return message.empty() ? code : code + ": " + message;
+}
+
+CommandResult runCommand(const Request& request, InProcessServer& server, const Notes& note) {
+    const std::unique_ptr<Output> output = _output(request.format);
+    switch (request.command) {
+        case Request::Report:
+            return _report(request, server, note);
+        case Request::List:
+            return {output->instances(server.enumerateInstances(_classPath(request.subject)))};
+        case Request::Names:
+            return {output->names(server.enumerateInstanceNames(_classPath(request.subject)))};
+        case Request::Get:
+            return _get(request, server, note);
+        case Request::Set:
+            _set(request, server);
+            return {};
+        case Request::Classes:
+            return {output->classes(server.schema())};
+    }
+    return {};
+}
+
+}  // namespace QZ

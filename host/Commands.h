@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "CommandLine.h"
+#include "InProcessServer.h"
+
+namespace QZ {
+
+// What a command came to.
+struct CommandResult {
+    std::string text;  // for standard output
+    ExitStatus status = EXIT_OK;
+};
+
+// Takes one line of what there is to say besides the result, such as a class that a report has to
+// do without.
+using Notes = std::function<void(const std::string& line)>;
+
+// Carries a request out on a server. Throws UsageError for what the request gets wrong,
+// CIMException for what the server refuses; only that "get" finds nothing is a status of the
+// result.
+CommandResult runCommand(const Request& request, InProcessServer& server, const Notes& note);
+
+// "CIM_ERR_NOT_FOUND (6)", with ": " and the exception's message where it has one.
+std::string statusText(const Pegasus::CIMException& exception);
+
+}  // namespace QZ

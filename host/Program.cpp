@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <csignal>
+#include <iostream>
+
+#include "Assignment.h"
+#include "CimText.h"
+#include "CommandLine.h"
+#include "Commands.h"
+#include "ResultOutput.h"
+#include "TerminalText.h"
+#include "Workplace.h"
+
+namespace QZ {
+
+namespace {
+
+void _say(const std::string& line) {
+    std::cerr << "tavqz: " << visibleText(line) << "\n";
+}
+
+int _fail(ExitStatus status, const std::string& message) {
+    _say(message);
+    return status;
+}
+
+CommandResult _carryOut(const Request& request, const Workplace& place) {
+    InProcessServer server(Schema::load(place.schemaFolder), [&place](const std::string& location) {
+        return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
+                                        : place.moduleFile;
+    });
+    return runCommand(request, server, _say);
+}
+
+int _run(int count, const char* const* arguments, ResultOutput& output) {
+    const ParsedArguments parsed = parseArguments(count, arguments);
+    if (!parsed.isRequest) {
+        if (parsed.status == EXIT_OK) {
+            output.write(parsed.text);
+        } else {
+            std::cerr << parsed.text;
+        }
+        return parsed.status;
+    }
+    const Workplace place = findWorkplace(parsed.request, executableFolder());
+    enterWorkplace(place);
+    const CommandResult result = _carryOut(parsed.request, place);
+    output.write(result.text);
+    return result.status;
+}
+
+}  // namespace
+
+int runProgram(int count, const char* const* arguments) {
+    // A reader that leaves early is a failure to write, with a status of its own.
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        ResultOutput output;
+        return _run(count, arguments, output);
+    } catch (const UsageError& error) {
+        return _fail(EXIT_USAGE, error.what());
+    } catch (const Pegasus::CIMException& exception) {
+        return _fail(EXIT_FAILED, statusText(exception));
+    } catch (const Pegasus::Exception& exception) {
+        return _fail(EXIT_FAILED, make_string(exception.getMessage()));
+    } catch (const std::exception& error) {
+        return _fail(EXIT_FAILED, error.what());
+    }
+}
+
+}  // namespace QZ

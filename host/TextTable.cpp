@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "TextTable.h"
+
+#include <algorithm>
+
+#include "TerminalText.h"
+
+namespace QZ {
+
+namespace {
+constexpr std::size_t _gap = 2;
+}
+
+TextTable::TextTable(const std::vector<std::string>& header) : _widths(header.size()) {
+    addRow(header);
+}
+
+void TextTable::addRow(const std::vector<std::string>& cells) {
+    std::vector<std::string> row;
+    for (std::size_t i = 0; i < _widths.size(); ++i) {
+        row.push_back(visibleText(cells[i]));
+        _widths[i] = std::max(_widths[i], textWidth(row.back()));
+    }
+    _rows.push_back(std::move(row));
+}
+
+std::size_t TextTable::getWidth() const {
+    std::size_t width = 0;
+    for (const std::size_t column : _widths) {
+        width += column + _gap;
+    }
+    return width - std::min(width, _gap);
+}
+
+std::string TextTable::_line(const std::vector<std::string>& cells) const {
+    std::string line;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        line += cells[i];
+        line.append(_widths[i] - textWidth(cells[i]) + _gap, ' ');
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + "\n";
+}
+
+std::string TextTable::toString() const {
+    std::string text;
+    const bool hasHeader = std::any_of(_rows.front().begin(), _rows.front().end(),
+                                       [](const std::string& cell) { return !cell.empty(); });
+    if (hasHeader) {
+        std::vector<std::string> rule;
+        for (const std::size_t width : _widths) {
+            rule.emplace_back(width, '-');
+        }
+        text = _line(_rows.front()) + _line(rule);
+    }
+    for (std::size_t i = 1; i < _rows.size(); ++i) {
+        text += _line(_rows[i]);
+    }
+    return text;
+}
+
+}  // namespace QZ

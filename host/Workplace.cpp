@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Workplace.h"
+
+#include <sys/auxv.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+
+#include "Error.h"
+
+namespace QZ {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string _absolute(const std::string& path) {
+    return path.empty() ? path : fs::absolute(path).lexically_normal().string();
+}
+
+bool _isFolder(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+void _setEnvironment(const char* name, const std::string& value) {
+    if (!value.empty() && setenv(name, value.c_str(), 1) != 0) {
+        throwSystemError("Cannot set", name, errno);
+    }
+}
+
+}  // namespace
+
+std::string executableFolder() {
+    // The kernel's note of what it was told to run: the caller may have named us anything.
+    const auto* path = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+    std::error_code error;
+    const fs::path resolved = fs::canonical(path ? path : "", error);
+    if (error) {
+        throwSystemError("Cannot find", path ? path : "this program", error.value());
+    }
+    return resolved.parent_path().string();
+}
+
+Workplace findWorkplace(const Request& request, const std::string& binFolder) {
+    const fs::path prefix = fs::path(binFolder).parent_path();
+    Workplace place;
+    place.root = _absolute(request.root);
+    place.dataFolder = _absolute(request.dataFolder);
+    place.moduleFile = _absolute(request.moduleFile);
+    place.libraryFolder = (prefix / "lib").string();
+    place.schemaFolder = request.schemaFolder.empty()
+                             ? (prefix / "share" / "tavqz" / "schema").string()
+                             : _absolute(request.schemaFolder);
+    place.runFolder = binFolder;
+    if (place.root.empty()) {
+        return place;
+    }
+    const fs::path root = place.root;
+    if (!_isFolder(root)) {
+        throw UsageError("Cannot use the root " + place.root + ": not a folder");
+    }
+    if (place.dataFolder.empty()) {
+        place.dataFolder = (root / "var" / "lib" / "tavqz").string();
+    }
+    // A machine that brings libraries is asked from its own folder: they are looked for beside it.
+    if (_isFolder(root / "lib") && _isFolder(root / "run")) {
+        place.runFolder = (root / "run").string();
+    }
+    return place;
+}
+
+void enterWorkplace(const Workplace& place) {
+    _setEnvironment("TAVQZ_HOST_ROOT", place.root);
+    _setEnvironment("TAVQZ_DATA_DIR", place.dataFolder);
+    if (chdir(place.runFolder.c_str()) != 0) {
+        throwSystemError("Cannot change into", place.runFolder, errno);
+    }
+}
+
+}  // namespace QZ

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "CommandLine.h"
+
+namespace QZ {
+
+// Where a request is carried out: absolute paths, so that the working folder may change.
+struct Workplace {
+    std::string root;        // empty: this machine
+    std::string dataFolder;  // empty: the system's
+    std::string runFolder;   // the working folder for the module, which looks for libraries from it
+    std::string moduleFile;  // empty: by the registration, in libraryFolder
+    std::string libraryFolder;
+    std::string schemaFolder;
+};
+
+// The folder of the program that runs, with links resolved.
+std::string executableFolder();
+
+// Fills in what the request leaves open, from the folder "bin" that the program lies in. Changes
+// nothing. Throws UsageError where the root is no folder.
+Workplace findWorkplace(const Request& request, const std::string& binFolder);
+
+// Makes it this process's: environment and working folder. Before the module is loaded, and while
+// there is one thread. Throws Error.
+void enterWorkplace(const Workplace& place);
+
+}  // namespace QZ

@@ -1,0 +1,7 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+
+int main(int argc, char** argv) {
+    return QZ::runProgram(argc, argv);
+}

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
+#include "CommandRun.h"
+
+namespace {
+
+using Words = std::set<std::string>;
+
+Words _matches(const std::string& text, const std::string& pattern) {
+    const std::regex regex(pattern);
+    Words words;
+    for (std::sregex_iterator at(text.begin(), text.end(), regex), end; at != end; ++at) {
+        words.insert((*at)[1]);
+    }
+    return words;
+}
+
+std::string _manPage() {
+    std::ifstream stream(TAVQZ_SOURCE_DIR "/docs/tavqz.1");
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    // "\\-" is how a man page writes a plain hyphen.
+    return std::regex_replace(text, std::regex(R"(\\-)"), "-");
+}
+
+constexpr const char* _option = R"((--[a-z][a-z-]+))";
+// "  report      Lay out ..." of the help, ".SS report ..." of the page.
+constexpr const char* _helpCommand = R"(\n  ([a-z]+) {4,})";
+constexpr const char* _pageCommand = R"(\n\.SS ([a-z]+))";
+
+}  // namespace
+
+TEST(ManPage, NamesEveryCommandAndNoOther) {
+    const Words commands = _matches(runCommandLine({"--help"}).out, _helpCommand);
+    EXPECT_EQ(commands.size(), 6U);
+    EXPECT_EQ(_matches(_manPage(), _pageCommand), commands);
+}
+
+TEST(ManPage, NamesEveryOptionAndNoOther) {
+    std::string help = runCommandLine({"--help"}).out;
+    for (const std::string& command : _matches(help, _helpCommand)) {
+        help += runCommandLine({command, "--help"}).out;
+    }
+    const Words options = _matches(help, _option);
+    EXPECT_GE(options.size(), 6U);
+    EXPECT_EQ(_matches(_manPage(), _option), options);
+}
+
+TEST(ManPage, NamesTheFormatsStatusesAndVariables) {
+    const std::string page = _manPage();
+    for (const char* word : {"table", "json", "csv", "mof", "TAVQZ_HOST_ROOT", "TAVQZ_DATA_DIR",
+                             ".SH EXIT STATUS", ".SH EXAMPLES"}) {
+        EXPECT_THAT(page, testing::HasSubstr(word));
+    }
+}

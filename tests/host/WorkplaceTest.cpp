@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Workplace.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "TemporaryFolder.h"
+
+using namespace QZ;
+
+namespace {
+
+Workplace _find(const Request& request) {
+    return findWorkplace(request, "/opt/tavqz/bin");
+}
+
+}  // namespace
+
+TEST(Workplace, LooksBesideTheProgram) {
+    const Workplace place = _find(Request());
+    EXPECT_EQ(place.libraryFolder, "/opt/tavqz/lib");
+    EXPECT_EQ(place.schemaFolder, "/opt/tavqz/share/tavqz/schema");
+    EXPECT_EQ(place.runFolder, "/opt/tavqz/bin");
+    EXPECT_EQ(place.root, "");
+    EXPECT_EQ(place.dataFolder, "");
+    EXPECT_EQ(place.moduleFile, "");
+}
+
+TEST(Workplace, MakesArgumentsAbsolute) {
+    Request request;
+    request.dataFolder = "data";
+    request.moduleFile = "lib/m.so";
+    request.schemaFolder = "./schema";
+    const std::string here = std::filesystem::current_path().string();
+    EXPECT_EQ(_find(request).dataFolder, here + "/data");
+    EXPECT_EQ(_find(request).moduleFile, here + "/lib/m.so");
+    EXPECT_EQ(_find(request).schemaFolder, here + "/schema");
+}
+
+TEST(Workplace, KeepsTheDataOfAnotherMachineWithIt) {
+    TemporaryFolder machine;
+    Request request;
+    request.root = machine.path();
+    EXPECT_EQ(_find(request).dataFolder, machine.file("var/lib/tavqz"));
+    request.dataFolder = "/data";
+    EXPECT_EQ(_find(request).dataFolder, "/data");
+}
+
+TEST(Workplace, GoesToAMachineThatBringsLibraries) {
+    TemporaryFolder machine;
+    Request request;
+    request.root = machine.path();
+    EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
+    std::filesystem::create_directory(machine.file("run"));
+    EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
+    std::filesystem::create_directory(machine.file("lib"));
+    EXPECT_EQ(_find(request).runFolder, machine.file("run"));
+}
+
+TEST(Workplace, RefusesARootThatIsNoFolder) {
+    TemporaryFolder folder;
+    Request request;
+    request.root = folder.file("missing");
+    EXPECT_THROW(_find(request), UsageError);
+    request.root = folder.write("file", "");
+    EXPECT_THROW(_find(request), UsageError);
+}
+
+TEST(Workplace, KnowsTheProgramsOwnFolder) {
+    EXPECT_EQ(executableFolder(), std::filesystem::canonical(TAVQZ_BINARY_DIR "/tests").string());
+}
