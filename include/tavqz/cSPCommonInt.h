@@ -51,8 +51,6 @@ public:
     void closeCommLink();
 
 private:
-    bool _isBound(int row) const;
-
     void* _commLinkHandle = nullptr;
     void* _libLinkHandle = nullptr;
     void* _commonHandle = nullptr;

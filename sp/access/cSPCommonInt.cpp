@@ -33,6 +33,16 @@ void _unbind(interfaceStruct* begin, interfaceStruct* end) {
     std::for_each(begin, end, [](interfaceStruct& row) { row.funcPtr = nullptr; });
 }
 
+// A library counts as bound when its whole table is: one that initSharedInterface has not prepared
+// must not be asked for anything. A row without a name is there not to be bound.
+bool _isBound(const void* handle, const interfaceStruct& row) {
+    const auto isComplete = [](const interfaceStruct& each) {
+        return each.name[0] == '\0' || each.funcPtr != nullptr;
+    };
+    return handle != nullptr && row.funcPtr != nullptr &&
+           std::all_of(std::begin(fpSharedCommonFuncs), std::end(fpSharedCommonFuncs), isComplete);
+}
+
 int _release(const void* device, const interfaceStruct& row) {
     return device != nullptr && row.funcPtr != nullptr ? _function<int()>(row)() : 0;
 }
@@ -102,20 +112,11 @@ int cSPCommonInt::getCommonDevice() {
     return _function<int(cBusComm**)>(row)(&dropped);
 }
 
-// The library counts as bound when all of the table was: one that initSharedInterface has not
-// prepared must not be asked for anything.
-bool cSPCommonInt::_isBound(int row) const {
-    return _commonHandle != nullptr && fpSharedCommonFuncs[row].funcPtr != nullptr &&
-           std::all_of(std::begin(fpSharedCommonFuncs), std::end(fpSharedCommonFuncs),
-                       [](const interfaceStruct& each) {
-                           return each.name[0] == '\0' || each.funcPtr != nullptr;
-                       });
-}
-
 int cSPCommonInt::getCommonCommDevice(cBusComm** out) {
     const char* const operation = "cSPCommonInt::getCommonCommDevice";
     QZ::logItem(operation, "in the routine");
-    if (!_isBound(GET_SHARED_COMM_DEVICE)) {
+    const interfaceStruct& row = fpSharedCommonFuncs[GET_SHARED_COMM_DEVICE];
+    if (!_isBound(_commonHandle, row)) {
         // The message names another table than the one looked at; who reads logs knows it so.
         QZ::logItem(operation,
                     "hCommonDevice == NULL || "
@@ -130,7 +131,6 @@ int cSPCommonInt::getCommonCommDevice(cBusComm** out) {
         QZ::logItem(operation, "pBusDevice already stored so returning it");
         return 0;
     }
-    const interfaceStruct& row = fpSharedCommonFuncs[GET_SHARED_COMM_DEVICE];
     const int status = _function<int(cBusComm**)>(row)(out);
     _busDevice = *out;
     const auto value = reinterpret_cast<std::intptr_t>(_busDevice);
@@ -143,7 +143,8 @@ int cSPCommonInt::getCommonCommDevice(cBusComm** out) {
 int cSPCommonInt::getCommonLibDevice(cBusComm* bus, cDeviceLib** out) {
     const char* const operation = "cSPCommonInt::getCommonLibDevice";
     QZ::logItem(operation, "in the routine");
-    if (!_isBound(GET_SHARED_LIB_DEVICE)) {
+    const interfaceStruct& row = fpSharedCommonFuncs[GET_SHARED_LIB_DEVICE];
+    if (!_isBound(_commonHandle, row)) {
         QZ::logItem(operation,
                     "hCommonDevice == NULL || "
                     "fpSharedCommonFuncs[GET_SHARED_LIB_DEVICE].funcPtr == NULL");
@@ -157,7 +158,6 @@ int cSPCommonInt::getCommonLibDevice(cBusComm* bus, cDeviceLib** out) {
         QZ::logItem(operation, "pLibDevice already stored so returning it");
         return 0;
     }
-    const interfaceStruct& row = fpSharedCommonFuncs[GET_SHARED_LIB_DEVICE];
     const int status = _function<int(cBusComm*, cDeviceLib**)>(row)(bus, out);
     _libDevice = *out;
     QZ::logItem(operation, "pLibDevice not already stored so retrieving it");
