@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Text.h"
 
-#include <type_traits>
+#include <cstddef>
 
 namespace QZ {
 
@@ -105,7 +105,7 @@ std::string make_string(const std::wstring& text) {
     std::string narrow;
     narrow.reserve(text.size());
     for (const wchar_t character : text) {
-        const auto codePoint = static_cast<std::make_unsigned_t<wchar_t>>(character);
+        const auto codePoint = std::uint32_t{std::char_traits<wchar_t>::to_int_type(character)};
         if (codePoint < 0x80)
             narrow += static_cast<char>(codePoint);
         else if (codePoint >= EscapedByte + 0x80 && codePoint <= EscapedByte + 0xFF)

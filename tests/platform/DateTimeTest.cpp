@@ -8,6 +8,7 @@
 #include <limits>
 #include <random>
 
+#include "RepeatableRandom.h"
 #include "ScopedEnvironment.h"
 
 using namespace QZ;
@@ -196,7 +197,7 @@ TEST(DateTime, DiffersInAnyPart) {
 }
 
 TEST(DateTime, GivesBackEveryMomentThroughItsText) {
-    std::mt19937_64 random(20270131);
+    std::mt19937 random = repeatableRandom(20270131);
     std::uniform_int_distribution<std::int64_t> moments(-62135510400, 253402214399);
     for (const char* name : {"UTC0", Berlin, NewYork, Kathmandu, SaoPaulo, Havana}) {
         const ScopedEnvironment zone("TZ", name);

@@ -81,7 +81,7 @@ TEST(FileReplacement, LeavesTheOldFileWhenTheNewOneDoesNotFit) {
     ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &small));
     const std::string message = failure(path, std::string(200, 'x'));
     ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
-    std::signal(SIGXFSZ, old);
+    ASSERT_NE(SIG_ERR, std::signal(SIGXFSZ, old));
     EXPECT_EQ("Cannot save " + path + ": File too large", message);
     EXPECT_EQ("old", folder.read("asset.dat"));
     EXPECT_FALSE(folder.contains("asset.dat.new"));

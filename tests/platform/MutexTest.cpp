@@ -61,6 +61,7 @@ TEST(MutexLock, ExcludesOtherThreads) {
     Mutex mutex;
     int count = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int thread = 0; thread < 4; ++thread)
         threads.emplace_back([&] {
             for (int round = 0; round < 10000; ++round) {

@@ -19,7 +19,7 @@ std::wstring keyOf(int index) {
 }
 
 // Saves all keys with one and the same number, and longer each time so that the sizes differ.
-void saveAll(const std::wstring& path, int number) {
+void saveAll(const std::wstring& path, unsigned number) {
     PropertyFile file(path);
     file.open(3);
     for (int index = 0; index < Keys; ++index)
@@ -37,7 +37,7 @@ TEST(PropertyFileCrash, LeavesOneWholeSave) {
     int seen = 0;
     for (unsigned round = 0; round < 60 && Clock::current().milliseconds() < end; ++round) {
         ChildProcess saver([&] {
-            for (int number = 1;; ++number)
+            for (unsigned number = 1;; ++number)
                 saveAll(path, number);
             return true;
         });

@@ -21,7 +21,7 @@ namespace {
 // 2027-01-31T06:50:00+01:00
 constexpr std::int64_t Moment = 1801374600;
 constexpr const char* Aside = "asset.dat.damaged-20270131T065000";
-const std::string _torn("LEASE.Term=36\nLEASE.Lessor=Ac\0\0\0\0", 34);
+const std::string _torn("LEASE.Term=36\nLEASE.Lessor=Ac\0\0\0\0", 33);
 
 class PropertyFileDamageTest : public testing::Test {
 protected:

@@ -14,6 +14,7 @@
 #include "Error.h"
 #include "FileLock.h"
 #include "ManualClock.h"
+#include "RepeatableRandom.h"
 #include "TemporaryFolder.h"
 #include "Text.h"
 
@@ -228,7 +229,7 @@ TEST_F(PropertyFileTest, DoesNotExcludeAnyoneAfterItIsRead) {
 }
 
 TEST_F(PropertyFileTest, GivesBackRandomTexts) {
-    std::mt19937 random(20270131);
+    std::mt19937 random = repeatableRandom(20270131);
     std::vector<std::wstring> values(25);
     for (std::wstring& value : values) {
         value.resize(random() % 40);

@@ -7,6 +7,8 @@
 #include <clocale>
 #include <random>
 
+#include "RepeatableRandom.h"
+
 using namespace QZ;
 
 namespace {
@@ -54,7 +56,7 @@ TEST(Text, GivesBackEveryByteThatIsNotUtf8) {
 }
 
 TEST(Text, GivesBackRandomBytes) {
-    std::mt19937 random(20270131);
+    std::mt19937 random = repeatableRandom(20270131);
     // Mostly bytes around the borders between the lengths of sequences.
     const std::string bytes(
         "\x00\x7F\x80\xBF\xC0\xC2\xDF\xE0\xA0\xED\x9F\xEF\xF0\x90\xF4\x8F\xF5\xFF"
@@ -92,9 +94,7 @@ TEST(Utf8, RefusesOverlongFormsSurrogatesAndWhatLiesBeyond) {
     for (const char* bytes :
          {"\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80",
           "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\x80", "\xFF", "\xC2",
-          "\xC2"
-          "a",
-          "\xE2\x82", "\xF0\x9F\x98", ""})
+          "\xC2\x61", "\xE2\x82", "\xF0\x9F\x98", ""})
         EXPECT_TRUE(refuses(bytes)) << testing::PrintToString(std::string(bytes));
 }
 

@@ -34,7 +34,7 @@ public:
 
     // Makes a file, and the folders that it lies in. Its path.
     std::string write(const std::string& name, const std::string& content) const {
-        const std::string path = file(name);
+        std::string path = file(name);
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream stream(path, std::ios::binary | std::ios::trunc);
         stream << content;
