@@ -111,6 +111,20 @@ TEST(Array, TakesItsOwnElements) {
         EXPECT_EQ(array[i], "a");
 }
 
+TEST(Array, IsAssignedFromItsElement) {
+    struct Tree {
+        Array<Tree> children;
+    };
+    Tree tree;
+    tree.children.append(Tree());
+    tree.children[0].children.grow(2, Tree());
+    tree.children = tree.children[0].children;
+    EXPECT_EQ(tree.children.size(), 2U);
+    const Array<Tree>& itself = tree.children;
+    tree.children = itself;
+    EXPECT_EQ(tree.children.size(), 2U);
+}
+
 TEST(Array, ReservesRoom) {
     Array<Uint32> array = _oneTwoThree();
     array.reserveCapacity(100);

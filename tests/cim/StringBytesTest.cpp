@@ -83,12 +83,13 @@ TEST(CString, OwnsItsBytes) {
     {
         const CString source = String("text").getCString();
         kept = source;
-        const CString copy(source);
-        EXPECT_NE(static_cast<const char*>(copy), static_cast<const char*>(source));
+        EXPECT_NE(static_cast<const char*>(kept), static_cast<const char*>(source));
     }
+    const CString copy(kept);
     EXPECT_STREQ(kept, "text");
     kept = CString();
     EXPECT_EQ(static_cast<const char*>(kept), nullptr);
+    EXPECT_STREQ(copy, "text");
 }
 
 TEST(Char16, ComparesWithCharacters) {

@@ -65,7 +65,11 @@ Array<T>::~Array() {
 
 template <class T>
 Array<T>& Array<T>::operator=(const Array& x) noexcept {
-    Array(x).swap(*this);
+    if (this != &x) {
+        // x may be an element of what goes.
+        Array copy(x);
+        swap(copy);
+    }
     return *this;
 }
 
