@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+
+// The command with the module that is shipped.
+
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+
+#include "CommandRun.h"
+#include "MofParser.h"
+#include "Schema.h"
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+using testing::HasSubstr;
+
+namespace {
+
+// A copy of a machine of tests/machines, to be changed.
+class Machine {
+public:
+    explicit Machine(const std::string& name = "rack-server") {
+        fs::copy(TAVQZ_SOURCE_DIR "/tests/machines/" + name, _folder.path(),
+                 fs::copy_options::recursive);
+    }
+
+    const TemporaryFolder& folder() const { return _folder; }
+    // Makes it one that brings libraries.
+    void addLibrary(const std::string& name, const std::string& file) const {
+        fs::create_directories(_folder.file("run"));
+        fs::create_directories(_folder.file("lib"));
+        fs::copy_file(file, _folder.file("lib/" + name));
+    }
+    CommandRun run(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"--root", _folder.path()});
+        return runCommandLine(std::move(arguments));
+    }
+    // The properties of the one instance of a class.
+    Json properties(const std::string& className) const {
+        return Json::parse(run({"list", className, "--format", "json"}).out).at(0)["properties"];
+    }
+
+private:
+    TemporaryFolder _folder;
+};
+
+std::vector<std::string> _servedClasses() {
+    const QZ::Schema schema = QZ::Schema::load(TAVQZ_SOURCE_DIR "/schema");
+    std::vector<std::string> names;
+    for (const auto& declared : schema.classes.classes()) {
+        if (schema.registration.instanceProvider(QZ::MODEL_NAMESPACE, declared->name)) {
+            names.push_back(declared->name);
+        }
+    }
+    return names;
+}
+
+}  // namespace
+
+TEST(AssetCommand, KeepsWhatWasSetForTheNextProcess) {
+    const Machine machine;
+    const CommandRun set =
+        machine.run({"set", "TAVIRA_Lease", "EndDate=2027-01-31", "Lessor=Acme", "Term=255"});
+    EXPECT_EQ(set.status, 0) << set.err;
+    EXPECT_EQ(set.out, "");
+    const Json lease = machine.properties("TAVIRA_Lease");
+    EXPECT_EQ(lease["Lessor"], "Acme");
+    EXPECT_EQ(lease["Term"], 255);
+    EXPECT_THAT(std::string(lease["EndDate"]), testing::StartsWith("20270131000000.000000"));
+    EXPECT_EQ(lease["FMV"], 2500) << "what was not named stays";
+
+    EXPECT_EQ(machine.run({"set", "TAVIRA_Lease", "EndDate="}).status, 0);
+    EXPECT_FALSE(machine.properties("TAVIRA_Lease").contains("EndDate"));
+}
+
+TEST(AssetCommand, KeepsThePersonalizedPairsThatWereNotNamed) {
+    const Machine machine;
+    const Json before = machine.properties("TAVIRA_ComputerSystemDetails");
+    ASSERT_NE(before["PersonalizedData1"], "");
+    EXPECT_EQ(machine
+                  .run({"set", "TAVIRA_ComputerSystemDetails", "PrimaryOwnerName=Ada",
+                        "PersonalizedData2=new"})
+                  .status,
+              0);
+    const Json after = machine.properties("TAVIRA_ComputerSystemDetails");
+    EXPECT_EQ(after["PrimaryOwnerName"], "Ada");
+    EXPECT_EQ(after["PersonalizedData2"], "new");
+    for (const char* name : {"PersonalizedLabel1", "PersonalizedData1", "PersonalizedLabel2"}) {
+        EXPECT_EQ(after[name], before[name]) << name;
+    }
+}
+
+TEST(AssetCommand, GetsThePathThatNamesWrites) {
+    const Machine machine;
+    for (const char* name : {"TAVIRA_Lease", "TAVIRA_Warranty", "TAVIRA_ComputerSystemDetails"}) {
+        std::string path = machine.run({"names", name}).out;
+        ASSERT_FALSE(path.empty()) << name;
+        path.pop_back();
+        EXPECT_EQ(machine.run({"get", path}).status, 0) << path;
+    }
+    const CommandRun missing = machine.run({"get", "TAVIRA_Lease.Identifier=\"other\""});
+    EXPECT_EQ(missing.status, 3);
+}
+
+TEST(AssetCommand, ServesAClassInAnyCase) {
+    EXPECT_EQ(Json::parse(Machine().run({"list", "tavira_lease", "--format", "json"}).out).size(),
+              1U);
+}
+
+TEST(AssetCommand, RefusesTheClassThatNobodyAnswers) {
+    const CommandRun run = Machine().run({"list", "TAVIRA_VigilVitalProductData"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("CIM_ERR_INVALID_CLASS (5)"));
+}
+
+TEST(AssetCommand, NamesTheFileThatCannotBeSaved) {
+    const Machine machine;
+    machine.folder().write("file", "");
+    const CommandRun run = machine.run(
+        {"--data-dir", machine.folder().file("file/data"), "set", "TAVIRA_Lease", "Term=1"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, testing::AllOf(HasSubstr("CIM_ERR_FAILED (1)"), HasSubstr("file/data")));
+}
+
+TEST(AssetCommand, AnswersEveryClassOnEveryMachineInEveryFormat) {
+    for (const auto& entry : fs::directory_iterator(TAVQZ_SOURCE_DIR "/tests/machines")) {
+        if (!entry.is_directory()) {
+            continue;
+        }
+        const Machine machine(entry.path().filename().string());
+        for (const std::string& name : _servedClasses()) {
+            const std::string place = entry.path().filename().string() + " " + name;
+            const CommandRun json = machine.run({"list", name, "--format", "json"});
+            EXPECT_EQ(json.status, 0) << place << json.err;
+            EXPECT_TRUE(Json::parse(json.out).is_array()) << place;
+            const std::string mof = machine.run({"list", name, "--format", "mof"}).out;
+            EXPECT_EQ(QZ::parseMof(mof, place).instances.size(), Json::parse(json.out).size());
+        }
+        const CommandRun report = machine.run({"report"});
+        EXPECT_EQ(report.status, 0) << entry.path() << report.err;
+        EXPECT_EQ(report.out.find_first_of("\x1B\x07\r"), std::string::npos) << entry.path();
+    }
+}
+
+TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHalfBound) {
+    const Machine missing;
+    const Machine present;
+    present.addLibrary("libtav_shrdevice.so", PRESENT_LIBRARY);
+    const Machine half;
+    half.addLibrary("libtav_shrdevice.so", HALF_LIBRARY);
+    for (const Machine* machine : {&missing, &present, &half}) {
+        for (const char* name : {"TAVIRA_VigilComponentVPD", "TAVIRA_Lease"}) {
+            const CommandRun run = machine->run({"list", name, "--format", "json"});
+            EXPECT_EQ(run.status, 0) << run.err;
+            EXPECT_TRUE(Json::accept(run.out)) << run.out;
+            EXPECT_THAT(run.err, HasSubstr("about to load library")) << "else nothing was tested";
+        }
+    }
+    EXPECT_THAT(missing.run({"report"}).err, HasSubstr("No service-processor library"));
+    EXPECT_THAT(present.run({"report"}).err,
+                testing::Not(HasSubstr("No service-processor library")));
+}
+
+TEST(AssetCommand, LeavesAWholeRecordWhereverItIsKilled) {
+    const Machine machine;
+    for (int round = 0; round < 30; ++round) {
+        const std::string value = std::to_string(round);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            machine.run({"set", "TAVIRA_Lease", "Lessor=L" + value, "Payment=P" + value});
+            _exit(0);
+        }
+        usleep(useconds_t(700 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const Json lease = machine.properties("TAVIRA_Lease");
+        const std::string lessor = lease["Lessor"];
+        const std::string payment = lease["Payment"];
+        if (lessor[0] == 'L') {
+            EXPECT_EQ(payment, "P" + lessor.substr(1)) << "two saves mixed";
+        } else {
+            EXPECT_EQ(lessor, "Example Leasing");
+        }
+    }
+}
