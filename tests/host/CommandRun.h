@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,35 +20,53 @@ struct CommandRun {
     std::string err;
 };
 
-// Runs the command with these arguments, from the folder "/", and waits for its end. Standard
-// output goes to the descriptor if one is given.
-inline CommandRun runCommandLine(std::vector<std::string> arguments, int output = -1) {
-    const TemporaryFolder folder;
-    const std::string out = folder.write("out", "");
-    const std::string err = folder.write("err", "");
-    arguments.insert(arguments.begin(), TAVQZ_COMMAND);
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    argv.push_back(nullptr);
-    const pid_t child = fork();
-    if (child < 0) {
-        throw std::runtime_error("cannot fork");
-    }
-    if (child == 0) {
-        dup2(output >= 0 ? output : open(out.c_str(), O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
-        dup2(open(err.c_str(), O_WRONLY | O_CLOEXEC), STDERR_FILENO);
-        if (chdir("/") == 0) {
-            execv(argv[0], argv.data());
+// A run of the tavqz command from the folder "/". Standard output goes to the descriptor if one is
+// given. wait() is called once.
+class CommandProcess {
+public:
+    explicit CommandProcess(std::vector<std::string> arguments, int output = -1) {
+        const std::string out = _folder.write("out", "");
+        const std::string err = _folder.write("err", "");
+        arguments.insert(arguments.begin(), TAVQZ_COMMAND);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments) {
+            argv.push_back(argument.data());
         }
-        _exit(127);
+        argv.push_back(nullptr);
+        _child = fork();
+        if (_child < 0) {
+            throw std::runtime_error("cannot fork");
+        }
+        if (_child == 0) {
+            dup2(output >= 0 ? output : open(out.c_str(), O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+            dup2(open(err.c_str(), O_WRONLY | O_CLOEXEC), STDERR_FILENO);
+            if (chdir("/") == 0) {
+                execv(argv[0], argv.data());
+            }
+            _exit(127);
+        }
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    CommandRun run;
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    run.out = folder.read("out");
-    run.err = folder.read("err");
-    return run;
+    CommandProcess(const CommandProcess&) = delete;
+    CommandProcess& operator=(const CommandProcess&) = delete;
+
+    void kill() const { ::kill(_child, SIGKILL); }
+
+    CommandRun wait() const {
+        int status = 0;
+        waitpid(_child, &status, 0);
+        CommandRun run;
+        run.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        run.out = _folder.read("out");
+        run.err = _folder.read("err");
+        return run;
+    }
+
+private:
+    TemporaryFolder _folder;
+    pid_t _child;
+};
+
+// Runs the command and waits for its end.
+inline CommandRun runCommandLine(std::vector<std::string> arguments, int output = -1) {
+    return CommandProcess(std::move(arguments), output).wait();
 }

@@ -53,9 +53,9 @@ TEST(Workplace, GoesToAMachineThatBringsLibraries) {
     Request request;
     request.root = machine.path();
     EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
-    std::filesystem::create_directory(machine.file("run"));
-    EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
     std::filesystem::create_directory(machine.file("lib"));
+    EXPECT_EQ(_find(request).runFolder, machine.file("lib"));
+    std::filesystem::create_directory(machine.file("run"));
     EXPECT_EQ(_find(request).runFolder, machine.file("run"));
 }
 
