@@ -66,9 +66,10 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
     if (place.dataFolder.empty()) {
         place.dataFolder = (root / "var" / "lib" / "tavqz").string();
     }
-    // A machine that brings libraries is asked from its own folder: they are looked for beside it.
-    if (_isFolder(root / "lib") && _isFolder(root / "run")) {
-        place.runFolder = (root / "run").string();
+    // A machine that brings libraries is asked from beside them. Without a "run" folder "lib"
+    // itself does as well: "../lib" leads back to it.
+    if (_isFolder(root / "lib")) {
+        place.runFolder = (root / (_isFolder(root / "run") ? "run" : "lib")).string();
     }
     return place;
 }

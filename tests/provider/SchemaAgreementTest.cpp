@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+
+// The tables that instances are built from and modified by, held against the model.
+
+#include <gtest/gtest.h>
+
+#include "RecordClasses.h"
+#include "Schema.h"
+
+namespace QZ {
+namespace {
+
+const Schema& _schema() {
+    static const Schema schema = Schema::load(TAVQZ_SOURCE_DIR "/schema");
+    return schema;
+}
+
+template <class Record>
+void _compare(const char* className, const RecordClass<Record>& table) {
+    const ClassDeclaration* declared = _schema().classes.find(className);
+    ASSERT_NE(declared, nullptr) << className;
+    EXPECT_EQ(declared->properties.size(), table.propertyCount) << className;
+    for (const RecordProperty<Record>& row : table) {
+        const PropertyDeclaration* property = declared->find(row.name);
+        ASSERT_NE(property, nullptr) << className << "." << row.name;
+        EXPECT_EQ(property->name, row.name);
+        EXPECT_EQ(property->type, row.type) << row.name;
+        EXPECT_FALSE(property->isArray) << row.name;
+        EXPECT_EQ(property->isWritable(), row.apply != nullptr) << row.name;
+    }
+    std::size_t keys = 0;
+    for (const PropertyDeclaration& property : declared->properties) {
+        if (property.isKey()) {
+            ASSERT_LT(keys, table.keyCount) << property.name;
+            EXPECT_EQ(property.name, table.keys[keys++]);
+        }
+    }
+    EXPECT_EQ(keys, table.keyCount) << className;
+}
+
+TEST(SchemaAgreement, DeclaresTheLeaseAsItIsBuilt) {
+    _compare("TAVIRA_Lease", leaseClass);
+}
+
+TEST(SchemaAgreement, DeclaresTheWarrantyAsItIsBuilt) {
+    _compare("TAVIRA_Warranty", warrantyClass);
+}
+
+TEST(SchemaAgreement, DeclaresTheComputerSystemDetailsAsTheyAreBuilt) {
+    _compare("TAVIRA_ComputerSystemDetails", computerSystemDetailsClass);
+}
+
+}  // namespace
+}  // namespace QZ
