@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <new>
 
 #include "MachinePaths.h"
 
@@ -59,8 +60,10 @@ std::atomic<Clock*> _replacement{nullptr};
 }  // namespace
 
 Clock& Clock::current() {
-    // Never destroyed: destructors of static objects may still ask for the time.
-    static Clock& machine = *new MachineClock;
+    // Never destroyed: destructors of static objects may still ask for the time. Not on the heap
+    // either, which would lose it each time the module is unloaded.
+    alignas(MachineClock) static unsigned char place[sizeof(MachineClock)];
+    static Clock& machine = *new (place) MachineClock;
     Clock* const replacement = _replacement.load();
     return replacement != nullptr ? *replacement : machine;
 }
