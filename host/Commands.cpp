@@ -63,7 +63,8 @@ class Failures {
 public:
     void add(const std::string& className, const CIMException& exception) {
         std::string& classes = _classesByReason[statusText(exception)];
-        classes += classes.empty() ? className : ", " + className;
+        classes += classes.empty() ? "" : ", ";
+        classes += className;
     }
     void tell(const Notes& note) const {
         for (const auto& [reason, classes] : _classesByReason) {

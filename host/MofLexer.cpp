@@ -15,6 +15,10 @@ std::string _place(const std::string& file, MofPosition position) {
 }  // namespace
 
 // Not <cctype>: MOF is ASCII whatever the locale.
+bool MofLexer::_isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f';
+}
+
 bool MofLexer::_isDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -77,7 +81,7 @@ void MofLexer::_skipComment() {
 
 void MofLexer::_skipBlanks() {
     while (!_atEnd()) {
-        if (std::memchr(" \t\r\n\f", _peek(), 5)) {
+        if (_isBlank(_peek())) {
             _take();
         } else if (_peek() == '/' && (_peek(1) == '/' || _peek(1) == '*')) {
             _skipComment();

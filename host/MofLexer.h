@@ -58,6 +58,7 @@ public:
     [[noreturn]] void fail(MofPosition position, const std::string& what) const;
 
 private:
+    static bool _isBlank(char c);
     static bool _isDigit(char c);
     static bool _isNameStart(char c);
     static bool _isNamePart(char c);

@@ -23,7 +23,7 @@ std::string _joined(const List& list, Write write) {
 
 std::string _keys(const CIMObjectPath& path) {
     std::string text = "instance of " + make_string(path.getClassName().getString()) + " {\n";
-    const Array<CIMKeyBinding> keys = path.getKeyBindings();
+    const Array<CIMKeyBinding>& keys = path.getKeyBindings();
     for (Uint32 i = 0; i < keys.size(); ++i) {
         const std::string value = make_string(keys[i].getValue());
         const bool isBare = keys[i].getType() == CIMKeyBinding::NUMERIC ||

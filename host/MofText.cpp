@@ -22,7 +22,7 @@ void _appendEscaped(std::string& result, std::uint32_t c) {
     }
     if (c < 0x20 || (c >= 0x7F && c < 0xA0)) {
         char buffer[8];
-        std::snprintf(buffer, sizeof buffer, "\\x%04X", unsigned(c));
+        (void)std::snprintf(buffer, sizeof buffer, "\\x%04X", unsigned(c));
         result += buffer;
     } else {
         appendUtf8(result, c);
@@ -34,7 +34,7 @@ struct MofValueText {
     std::string operator()(const String& text) const { return mofString(make_string(text)); }
     std::string operator()(const Char16& c) const {
         char buffer[16];
-        std::snprintf(buffer, sizeof buffer, "'\\x%04X'", unsigned(Uint16(c)));
+        (void)std::snprintf(buffer, sizeof buffer, "'\\x%04X'", unsigned(Uint16(c)));
         return buffer;
     }
     std::string operator()(const CIMDateTime& date) const { return (*this)(date.toString()); }

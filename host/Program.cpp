@@ -57,7 +57,7 @@ int _run(int count, const char* const* arguments, ResultOutput& output) {
 
 int runProgram(int count, const char* const* arguments) {
     // A reader that leaves early is a failure to write, with a status of its own.
-    std::signal(SIGPIPE, SIG_IGN);
+    (void)std::signal(SIGPIPE, SIG_IGN);
     try {
         ResultOutput output;
         return _run(count, arguments, output);

@@ -30,7 +30,7 @@ void _occupyStandardDescriptors() {
 // The duplicate is asked for above the first three, also where one of those is free.
 ResultOutput::ResultOutput() : _descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)) {
     _occupyStandardDescriptors();
-    std::fflush(stdout);
+    (void)std::fflush(stdout);
     dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 

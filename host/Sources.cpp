@@ -45,7 +45,7 @@ std::string _accessReason(const std::string& path, int mode) {
 std::string _libraryPath(const char* name) {
     std::string path(std::size_t(std::snprintf(nullptr, 0, MachinePaths::libraryFormat(), name)),
                      '\0');
-    std::snprintf(path.data(), path.size() + 1, MachinePaths::libraryFormat(), name);
+    (void)std::snprintf(path.data(), path.size() + 1, MachinePaths::libraryFormat(), name);
     return path;
 }
 

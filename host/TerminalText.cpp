@@ -26,7 +26,7 @@ void _appendVisible(std::string& result, std::uint32_t c) {
         result += named;
     } else if (c < 0x20 || (c >= 0x7F && c < 0xA0) || _changesDirection(c) || _breaksLine(c)) {
         char buffer[16];
-        std::snprintf(buffer, sizeof buffer, c < 0x100 ? "\\x%02X" : "\\u%04X", unsigned(c));
+        (void)std::snprintf(buffer, sizeof buffer, c < 0x100 ? "\\x%02X" : "\\u%04X", unsigned(c));
         result += buffer;
     } else {
         appendUtf8(result, c);
@@ -45,8 +45,8 @@ std::string visibleText(const std::string& text) {
             _appendVisible(result, c);
         } else {
             char buffer[8];
-            std::snprintf(buffer, sizeof buffer, "\\x%02X",
-                          unsigned(static_cast<unsigned char>(*at)));
+            (void)std::snprintf(buffer, sizeof buffer, "\\x%02X",
+                                unsigned(static_cast<unsigned char>(*at)));
             result += buffer;
             ++at;
         }

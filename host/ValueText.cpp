@@ -74,14 +74,14 @@ std::string humanDate(const CIMDateTime& value) {
         return make_string(value.toString());
     }
     char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", date.getYear(), date.getMonth(),
-                  date.getDay());
+    (void)std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02d", date.getYear(), date.getMonth(),
+                        date.getDay());
     std::string text = buffer;
     if (date.getHour() || date.getMinute() || date.getSecond() || date.getMillisecond()) {
         const unsigned offset = unsigned(std::abs(date.getOffset()));
-        std::snprintf(buffer, sizeof buffer, " %02d:%02d:%02d %c%02u:%02u", date.getHour(),
-                      date.getMinute(), date.getSecond(), date.getOffset() < 0 ? '-' : '+',
-                      offset / 60, offset % 60);
+        (void)std::snprintf(buffer, sizeof buffer, " %02d:%02d:%02d %c%02u:%02u", date.getHour(),
+                            date.getMinute(), date.getSecond(), date.getOffset() < 0 ? '-' : '+',
+                            offset / 60, offset % 60);
         text += buffer;
     }
     return text;

@@ -36,6 +36,7 @@ void _setEnvironment(const char* name, const std::string& value) {
 
 std::string executableFolder() {
     // The kernel's note of what it was told to run: the caller may have named us anything.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how the kernel hands pointers over
     const auto* path = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
     std::error_code error;
     const fs::path resolved = fs::canonical(path ? path : "", error);

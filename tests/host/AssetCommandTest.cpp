@@ -8,6 +8,7 @@
 
 #include <filesystem>
 
+#include "BuildPaths.h"
 #include "CommandRun.h"
 #include "MofParser.h"
 #include "Schema.h"

@@ -29,6 +29,7 @@ public:
         const std::string err = _folder.write("err", "");
         arguments.insert(arguments.begin(), TAVQZ_COMMAND);
         std::vector<char*> argv;
+        argv.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) {
             argv.push_back(argument.data());
         }

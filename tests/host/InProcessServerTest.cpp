@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <thread>
 
 #include "Commands.h"
@@ -141,6 +142,7 @@ TEST(InProcessServer, AnswersProvidersThroughTheirHandle) {
 TEST(InProcessServer, AnswersSeveralThreads) {
     TestServer server;
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::atomic<int> right{0};
     for (int i = 0; i < 8; ++i) {
         threads.emplace_back([&] { right += server.all("TEST_AsksBack").size() == 2; });

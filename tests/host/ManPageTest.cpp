@@ -7,6 +7,7 @@
 #include <regex>
 #include <set>
 
+#include "BuildPaths.h"
 #include "CommandRun.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "BuildPaths.h"
 #include "MofParser.h"
 #include "MofText.h"
 #include "TestServer.h"

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "BuildPaths.h"
 #include "ScopedEnvironment.h"
 #include "TestServer.h"
 #include "ValueText.h"

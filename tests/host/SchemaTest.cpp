@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include "BuildPaths.h"
 #include "TemporaryFolder.h"
 
 using namespace QZ;

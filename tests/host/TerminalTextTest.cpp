@@ -12,11 +12,14 @@ TEST(TerminalText, ShowsControlCharacters) {
     EXPECT_EQ(visibleText("\xC2\x9B"), "\\x9B") << "C1: an escape sequence in one character";
 }
 
+// The characters are here to be made visible.
+// NOLINTBEGIN(misc-misleading-bidirectional)
 TEST(TerminalText, ShowsWhatTurnsTextAround) {
     EXPECT_EQ(visibleText("\xE2\x80\xAE"), "\\u202E");
     EXPECT_EQ(visibleText("\xE2\x81\xA6"), "\\u2066");
     EXPECT_EQ(visibleText("\xE2\x80\xA8"), "\\u2028");
 }
+// NOLINTEND(misc-misleading-bidirectional)
 
 TEST(TerminalText, KeepsTextAndShowsBrokenBytes) {
     EXPECT_EQ(visibleText("Gr\xC3\xB6\xC3\x9F"

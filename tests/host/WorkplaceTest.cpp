@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "BuildPaths.h"
 #include "TemporaryFolder.h"
 
 using namespace QZ;
