@@ -68,7 +68,9 @@ public:
     }
     void tell(const Notes& note) const {
         for (const auto& [reason, classes] : _classesByReason) {
-            note(classes + ": " + reason);
+            std::string line = classes;
+            line.append(": ").append(reason);
+            note(line);
         }
     }
     bool isEmpty() const { return _classesByReason.empty(); }
