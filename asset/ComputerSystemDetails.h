@@ -24,7 +24,7 @@ public:
     ComputerSystemDetails();
     // Saves every field and the first five pairs; where there are fewer, the others keep what
     // the file holds for them. Throws `Error` where that fails.
-    ~ComputerSystemDetails() noexcept(false);
+    ~ComputerSystemDetails() noexcept(false);  // NOLINT(bugprone-exception-escape)
 
     std::string getAssetNumber() const { return _assetNumber; }
     void setAssetNumber(std::string text) { _assetNumber = std::move(text); }

@@ -78,7 +78,7 @@ bool _dateGivesBack(const std::wstring& stored) {
 template <std::size_t Size>
 std::wstring _paddedDecimal(std::int32_t value) {
     char text[Size] = {};
-    std::snprintf(text, sizeof text, "%d", value);
+    (void)std::snprintf(text, sizeof text, "%d", value);
     return make_wstring(std::string(text, sizeof text));
 }
 

@@ -11,7 +11,7 @@ namespace QZ {
 
 std::string ReadGuestUuid() {
     char path[64] = {};
-    std::snprintf(path, sizeof path, MachinePaths::libraryFormat(), "libtavxenprobe.so");
+    (void)std::snprintf(path, sizeof path, MachinePaths::libraryFormat(), "libtavxenprobe.so");
     const DynamicLibrary library(path);
     if (!library.isLoaded()) {
         return {};

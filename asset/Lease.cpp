@@ -19,7 +19,7 @@ Lease::Lease() {
     load([this](const PropertyFile& file) { ReadFields(file, _fields, *this); });
 }
 
-Lease::~Lease() noexcept(false) {
+Lease::~Lease() noexcept(false) {  // NOLINT(bugprone-exception-escape)
     save([this](PropertyFile& file) { WriteFields(file, _fields, *this); });
 }
 

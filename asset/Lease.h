@@ -17,7 +17,7 @@ public:
     // Throws `Error` where the file's lock cannot be had; a missing file reads as empty.
     Lease();
     // Saves every field. Throws `Error` where that fails.
-    ~Lease() noexcept(false);
+    ~Lease() noexcept(false);  // NOLINT(bugprone-exception-escape)
 
     unsigned char getLRF() const { return _lrf; }
     void setLRF(unsigned char lrf) { _lrf = lrf; }

@@ -48,8 +48,8 @@ std::string ComputerSystemDetails::getSystemModelNumber() const {
         return {};
     }
     const ProductName name(_text(TableType1(*table), _productNameOffset));
-    const std::string number = name.getArchitectedData();
-    return number.empty() ? name.getUnarchitectedData() : number;
+    return name.getArchitectedData().empty() ? name.getUnarchitectedData()
+                                             : name.getArchitectedData();
 }
 
 std::string ComputerSystemDetails::getSystemModelName() const {

@@ -15,7 +15,7 @@ Warranty::Warranty() {
     load([this](const PropertyFile& file) { ReadFields(file, _fields, *this); });
 }
 
-Warranty::~Warranty() noexcept(false) {
+Warranty::~Warranty() noexcept(false) {  // NOLINT(bugprone-exception-escape)
     save([this](PropertyFile& file) { WriteFields(file, _fields, *this); });
 }
 

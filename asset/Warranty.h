@@ -17,7 +17,7 @@ public:
     // Throws `Error` where the file's lock cannot be had; a missing file reads as empty.
     Warranty();
     // Saves every field. Throws `Error` where that fails.
-    ~Warranty() noexcept(false);
+    ~Warranty() noexcept(false);  // NOLINT(bugprone-exception-escape)
 
     unsigned char getDuration() const { return _duration; }
     void setDuration(unsigned char duration) { _duration = duration; }

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
+#include <fstream>
 #include <stdexcept>
 
 #include "LoadedModule.h"
@@ -24,11 +24,10 @@ struct Cost {
 double _residentMegabytes() {
     long pages = 0;
     long resident = 0;
-    std::FILE* file = std::fopen("/proc/self/statm", "r");
-    if (file == nullptr || std::fscanf(file, "%ld %ld", &pages, &resident) != 2) {
+    std::ifstream file("/proc/self/statm");
+    if (!(file >> pages >> resident)) {
         throw std::runtime_error("no /proc/self/statm");
     }
-    std::fclose(file);
     return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 

@@ -55,7 +55,9 @@ LoadedModule::LoadedModule() {
     }
     _dataFolder = folder;
     setenv("TAVQZ_DATA_DIR", folder.c_str(), 1);
-    std::atexit([] { std::filesystem::remove_all(get().dataFolder()); });
+    if (std::atexit([] { std::filesystem::remove_all(get().dataFolder()); }) != 0) {
+        throw std::runtime_error("the benchmarks' data could not be removed at the end");
+    }
     _provider = loadProvider();
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <iostream>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -28,13 +29,13 @@ public:
             }
             const std::string name = run.run_name.function_name;
             if (run.error_occurred) {
-                std::fprintf(stderr, "%s: %s\n", name.c_str(), run.error_message.c_str());
+                std::cerr << name << ": " << run.error_message << "\n";
                 failed = true;
                 continue;
             }
             keep(name, run.GetAdjustedCPUTime());
             for (const auto& [counter, value] : run.counters) {
-                keep(name + "/" + counter, value.value);
+                keep(std::string(name).append("/").append(counter), value.value);
             }
         }
     }
@@ -78,16 +79,16 @@ int main(int argc, char** argv) {
     Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector);
     bool kept = !collector.failed;
-    std::printf("%-48s %10s %10s\n", "promise", "at most", "measured");
+    (void)std::printf("%-48s %10s %10s\n", "promise", "at most", "measured");
     for (const Promise& promise : _promises) {
         try {
             const double measured = promise.measured(collector.results);
             const bool holds = measured <= promise.limit;
-            std::printf("%-48s %10.4g %10.4g %-6s%s\n", promise.text, promise.limit, measured,
-                        promise.unit, holds ? "" : "BROKEN");
+            (void)std::printf("%-48s %10.4g %10.4g %-6s%s\n", promise.text, promise.limit, measured,
+                              promise.unit, holds ? "" : "BROKEN");
             kept = kept && holds;
         } catch (const std::out_of_range&) {
-            std::printf("%-48s %10.4g %10s\n", promise.text, promise.limit, "not run");
+            (void)std::printf("%-48s %10.4g %10s\n", promise.text, promise.limit, "not run");
             kept = false;
         }
     }

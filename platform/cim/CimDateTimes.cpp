@@ -19,10 +19,10 @@ Pegasus::CIMDateTime make_CIMDateTime(const DateTime& date) {
                            : DateTime::localOffset(date.getYear(), date.getMonth(), date.getDay());
     // DSP0004, 5.2.4: yyyymmddhhmmss.mmmmmmsutc
     std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%04d%02d%02d%02d%02d%02d.%03d000%c%03d",
-                  date.getYear(), date.getMonth(), date.getDay(), date.getHour(), date.getMinute(),
-                  date.getSecond(), date.getMillisecond(), offset < 0 ? '-' : '+',
-                  std::abs(offset));
+    (void)std::snprintf(text.data(), text.size(), "%04d%02d%02d%02d%02d%02d.%03d000%c%03d",
+                        date.getYear(), date.getMonth(), date.getDay(), date.getHour(),
+                        date.getMinute(), date.getSecond(), date.getMillisecond(),
+                        offset < 0 ? '-' : '+', std::abs(offset));
     return Pegasus::CIMDateTime(Pegasus::String(text.data()));
 }
 

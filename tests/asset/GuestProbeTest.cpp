@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "BuildPaths.h"
 #include "ComputerSystemDetails.h"
 #include "SmBiosBuilder.h"
 #include "TestMachine.h"

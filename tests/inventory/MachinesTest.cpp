@@ -11,6 +11,7 @@
 #include <map>
 #include <optional>
 
+#include "BuildPaths.h"
 #include "ScopedEnvironment.h"
 #include "SerialNumberInformation.h"
 #include "TemporaryFolder.h"

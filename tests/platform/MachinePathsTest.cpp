@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 
+#include "BuildPaths.h"
 #include "ScopedEnvironment.h"
 #include "TemporaryFolder.h"
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "BuildPaths.h"
 #include "RecordClasses.h"
 #include "Schema.h"
 

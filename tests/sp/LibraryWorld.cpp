@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
 #include "LibraryWorld.h"
+#include "BuildPaths.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

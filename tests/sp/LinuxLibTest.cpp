@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "BuildPaths.h"
 #include "LibraryWorld.h"
 #include "ScopedEnvironment.h"
 

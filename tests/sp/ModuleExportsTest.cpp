@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "BuildPaths.h"
 #include "tavqz/AccessHelpers.h"
 
 namespace {

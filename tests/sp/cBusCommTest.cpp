@@ -10,6 +10,7 @@
 #include <iterator>
 #include <type_traits>
 
+#include "BuildPaths.h"
 #include "LibraryWorld.h"
 
 namespace {
