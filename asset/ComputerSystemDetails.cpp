@@ -50,8 +50,8 @@ ComputerSystemDetails::ComputerSystemDetails() {
     });
 }
 
-ComputerSystemDetails::~ComputerSystemDetails() noexcept(
-    false) {  // NOLINT(bugprone-exception-escape)
+// NOLINTNEXTLINE(bugprone-exception-escape)
+ComputerSystemDetails::~ComputerSystemDetails() noexcept(false) {
     save([this](PropertyFile& file) {
         WriteFields(file, _fields, *this);
         const std::size_t count = std::min(_personalizedData.size(), std::size(_personalizedKeys));
