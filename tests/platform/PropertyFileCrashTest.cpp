@@ -52,7 +52,8 @@ TEST(PropertyFileCrash, LeavesOneWholeSave) {
         seen += first != L"0" ? 1 : 0;
     }
     EXPECT_GT(seen, 0) << "no child ever saved";
-    saveAll(path, 7);  // neither a lock nor a file that is left behind is in the way
+    // A number that no child reached: neither a lock nor a file left behind is in its way.
+    saveAll(path, 1000000007);
     EXPECT_FALSE(folder.contains("asset.dat.new"));
 }
 
