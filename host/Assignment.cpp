@@ -159,7 +159,7 @@ CIMInstance modifiedInstance(const ClassDeclaration& declared, const CIMInstance
     for (const PropertyDeclaration& property : declared.properties) {
         const CIMName name = make_String(property.name);
         const Uint32 index = current.findProperty(name);
-        if (property.isTrue(_replacedTogether) && index != PEG_NOT_FOUND &&
+        if (property.qualifiers.isTrue(_replacedTogether) && index != PEG_NOT_FOUND &&
             modified.findProperty(name) == PEG_NOT_FOUND) {
             modified.addProperty(CIMProperty(name, current.getProperty(index).getValue()));
         }

@@ -2,59 +2,55 @@
 // SPDX-License-Identifier: MIT
 #include "ClassRepository.h"
 
+#include <strings.h>
+
 #include <algorithm>
 
-#include "ValueMaker.h"
+#include "CimText.h"
+#include "ClassBuilder.h"
 
 namespace QZ {
 
+using namespace Pegasus;
+
 namespace {
 
-// The element of that name, ignoring case, of a list of things with names.
-template <class List>
-auto _named(List& list, const std::string& name) {
-    return std::find_if(list.begin(), list.end(),
-                        [&](const auto& element) { return sameName(element.name, name); });
-}
-
-std::string _text(const std::vector<MofQualifier>& qualifiers, const char* name) {
-    const auto found = _named(qualifiers, name);
-    return found != qualifiers.end() && found->value ? found->value->text : std::string();
-}
-
-const std::vector<MofLiteral>* _elements(const std::vector<MofQualifier>& qualifiers,
-                                         const char* name) {
-    const auto found = _named(qualifiers, name);
-    return found != qualifiers.end() && found->value ? &found->value->elements : nullptr;
-}
-
-void _checkUnique(const MofDocument& document, const std::vector<MofQualifier>& list) {
-    for (auto at = list.begin(); at != list.end(); ++at) {
-        if (std::any_of(list.begin(), at,
-                        [&](const auto& earlier) { return sameName(earlier.name, at->name); })) {
-            document.fail(at->position, "qualifier \"" + at->name + "\" is given twice");
-        }
+// The value of a qualifier, or nothing where it is not there, null or of another type.
+template <class Value>
+std::optional<Value> _valueOf(const CIMQualifier* qualifier, CIMType type, bool isArray) {
+    if (!qualifier || qualifier->getType() != type || bool(qualifier->isArray()) != isArray ||
+        qualifier->getValue().isNull()) {
+        return std::nullopt;
     }
+    Value value = Value();
+    qualifier->getValue().get(value);
+    return value;
 }
 
 }  // namespace
 
-bool PropertyDeclaration::isTrue(const char* qualifier) const {
-    const auto found = _named(qualifiers, qualifier);
-    return found != qualifiers.end() && (!found->value || found->value->number != 0);
+const CIMQualifier* QualifierList::find(const std::string& name) const {
+    const auto found = std::find_if(_list.begin(), _list.end(), [&](const auto& qualifier) {
+        return sameName(make_string(qualifier.getName().getString()), name);
+    });
+    return found == _list.end() ? nullptr : &*found;
 }
 
-std::string PropertyDeclaration::text(const char* qualifier) const {
-    return _text(qualifiers, qualifier);
+bool QualifierList::isTrue(const char* name) const {
+    return _valueOf<Boolean>(find(name), CIMTYPE_BOOLEAN, false).value_or(false);
+}
+
+std::string QualifierList::text(const char* name) const {
+    return make_string(_valueOf<String>(find(name), CIMTYPE_STRING, false).value_or(String()));
 }
 
 std::string PropertyDeclaration::meaning(const std::string& code) const {
-    const auto* codes = _elements(qualifiers, "ValueMap");
-    const auto* texts = _elements(qualifiers, "Values");
+    const auto codes = _valueOf<Array<String>>(qualifiers.find("ValueMap"), CIMTYPE_STRING, true);
+    const auto texts = _valueOf<Array<String>>(qualifiers.find("Values"), CIMTYPE_STRING, true);
     if (codes && texts) {
-        for (std::size_t i = 0; i < codes->size() && i < texts->size(); ++i) {
-            if ((*codes)[i].text == code) {
-                return (*texts)[i].text;
+        for (Uint32 i = 0; i < codes->size() && i < texts->size(); ++i) {
+            if (make_string((*codes)[i]) == code) {
+                return make_string((*texts)[i]);
             }
         }
     }
@@ -62,12 +58,24 @@ std::string PropertyDeclaration::meaning(const std::string& code) const {
 }
 
 const PropertyDeclaration* ClassDeclaration::find(const std::string& property) const {
-    const auto found = _named(properties, property);
+    const auto found =
+        std::find_if(properties.begin(), properties.end(),
+                     [&](const auto& declared) { return sameName(declared.name, property); });
     return found == properties.end() ? nullptr : &*found;
 }
 
-std::string ClassDeclaration::text(const char* qualifier) const {
-    return _text(qualifiers, qualifier);
+void ClassRepository::add(const MofDocument& document) {
+    const ClassBuilder builder(*this, document);
+    for (const MofQualifierDeclaration& declared : document.qualifiers) {
+        _qualifiers.push_back(builder.makeQualifier(declared));
+    }
+    for (const MofClass& declared : document.classes) {
+        _classes.push_back(std::make_unique<const ClassDeclaration>(builder.makeClass(declared)));
+    }
+}
+
+void ClassRepository::add(ClassDeclaration declared) {
+    _classes.push_back(std::make_unique<const ClassDeclaration>(std::move(declared)));
 }
 
 const ClassDeclaration* ClassRepository::find(const std::string& name) const {
@@ -79,93 +87,36 @@ const ClassDeclaration* ClassRepository::find(const std::string& name) const {
     return nullptr;
 }
 
-void ClassRepository::add(const MofDocument& document) {
-    for (const MofQualifierDeclaration& declared : document.qualifiers) {
-        if (_named(_qualifiers, declared.name) != _qualifiers.end()) {
-            document.fail(declared.position,
-                          "qualifier \"" + declared.name + "\" is declared twice");
+const QualifierDeclaration* ClassRepository::findQualifier(const std::string& name) const {
+    for (const QualifierDeclaration& declared : _qualifiers) {
+        if (sameName(declared.name, name)) {
+            return &declared;
         }
-        makeValue(document, declared.defaultValue, declared.type, declared.isArray);
-        _qualifiers.push_back(declared);
     }
-    for (const MofClass& declared : document.classes) {
-        _addClass(document, declared);
-    }
+    return nullptr;
 }
 
-void ClassRepository::_checkQualifiers(const MofDocument& document,
-                                       const std::vector<MofQualifier>& list) const {
-    _checkUnique(document, list);
-    for (const MofQualifier& qualifier : list) {
-        const auto declared = _named(_qualifiers, qualifier.name);
-        if (declared == _qualifiers.end()) {
-            document.fail(qualifier.position,
-                          "qualifier \"" + qualifier.name + "\" is not declared");
-        }
-        if (qualifier.value) {
-            makeValue(document, *qualifier.value, declared->type, declared->isArray);
-        } else if (declared->type != Pegasus::CIMTYPE_BOOLEAN || declared->isArray) {
-            document.fail(qualifier.position, "qualifier \"" + qualifier.name + "\" needs a value");
+std::vector<const ClassDeclaration*> ClassRepository::subclasses(const std::string& name,
+                                                                 bool isDeep) const {
+    std::vector<const ClassDeclaration*> result;
+    for (const auto& declared : _classes) {
+        if (isDeep ? !sameName(declared->name, name) && isKindOf(*declared, name)
+                   : sameName(declared->superclass, name)) {
+            result.push_back(declared.get());
         }
     }
+    return result;
 }
 
-void ClassRepository::_addClass(const MofDocument& document, const MofClass& declared) {
-    if (find(declared.name)) {
-        document.fail(declared.position, "class \"" + declared.name + "\" is declared twice");
-    }
-    auto result = std::make_unique<ClassDeclaration>();
-    result->name = declared.name;
-    if (!declared.superclass.empty()) {
-        const ClassDeclaration* super = find(declared.superclass);
-        if (!super) {
-            document.fail(declared.position,
-                          "superclass \"" + declared.superclass + "\" is not declared");
+bool ClassRepository::isKindOf(const ClassDeclaration& declared, const std::string& other) const {
+    const ClassDeclaration* at = &declared;
+    while (at && !sameName(at->name, other)) {
+        if (at->superclass.empty()) {
+            return other.empty();
         }
-        result->superclass = super->name;
-        result->properties = super->properties;
+        at = find(at->superclass);
     }
-    _checkQualifiers(document, declared.qualifiers);
-    result->qualifiers = declared.qualifiers;
-    for (const MofProperty& property : declared.properties) {
-        _addProperty(document, property, *result);
-    }
-    _classes.push_back(std::move(result));
-}
-
-void ClassRepository::_addProperty(const MofDocument& document, const MofProperty& declared,
-                                   ClassDeclaration& result) const {
-    _checkQualifiers(document, declared.qualifiers);
-    PropertyDeclaration property;
-    property.name = declared.name;
-    property.type = declared.type;
-    property.isArray = declared.isArray;
-    property.referenceClass = declared.referenceClass;
-    property.origin = result.name;
-    property.qualifiers = declared.qualifiers;
-    property.defaultValue =
-        makeValue(document, declared.defaultValue, declared.type, declared.isArray);
-
-    const auto inherited = _named(result.properties, declared.name);
-    if (inherited == result.properties.end()) {
-        result.properties.push_back(std::move(property));
-        return;
-    }
-    if (inherited->origin == result.name) {
-        document.fail(declared.position, "\"" + declared.name + "\" is declared twice");
-    }
-    if (inherited->type != property.type || inherited->isArray != property.isArray) {
-        document.fail(declared.position,
-                      "\"" + declared.name + "\" has another type in " + inherited->origin);
-    }
-    // A property that is declared again replaces the inherited one where that stands; what it does
-    // not say of itself anew still holds.
-    for (const MofQualifier& qualifier : inherited->qualifiers) {
-        if (_named(property.qualifiers, qualifier.name) == property.qualifiers.end()) {
-            property.qualifiers.push_back(qualifier);
-        }
-    }
-    *inherited = std::move(property);
+    return at != nullptr;
 }
 
 }  // namespace QZ

@@ -26,14 +26,44 @@ void _skipPragma(MofCursor& cursor) {
     cursor.expect(')');
 }
 
-// Scope and flavor say nothing that a reader of instances needs.
-void _skipNameList(MofCursor& cursor, const char* keyword) {
-    cursor.expect(keyword);
+unsigned _takeScope(MofCursor& cursor) {
+    static constexpr struct {
+        const char* name;
+        unsigned scope;
+    } scopes[] = {{"class", SCOPE_CLASS},           {"association", SCOPE_ASSOCIATION},
+                  {"reference", SCOPE_REFERENCE},   {"property", SCOPE_PROPERTY},
+                  {"method", SCOPE_METHOD},         {"parameter", SCOPE_PARAMETER},
+                  {"indication", SCOPE_INDICATION}, {"any", SCOPE_ANY}};
+    for (const auto& candidate : scopes) {
+        if (cursor.accept(candidate.name)) {
+            return candidate.scope;
+        }
+    }
+    cursor.expected("a scope");
+}
+
+unsigned _takeScopes(MofCursor& cursor) {
+    cursor.expect("scope");
     cursor.expect('(');
+    unsigned scopes = 0;
     do {
-        cursor.takeName("a name");
+        scopes |= _takeScope(cursor);
     } while (cursor.accept(','));
     cursor.expect(')');
+    return scopes;
+}
+
+MofFlavor _takeFlavors(MofCursor& cursor) {
+    cursor.expect("flavor");
+    cursor.expect('(');
+    MofFlavor flavor;
+    do {
+        if (!takeMofFlavor(cursor, flavor)) {
+            cursor.expected("a flavor");
+        }
+    } while (cursor.accept(','));
+    cursor.expect(')');
+    return flavor;
 }
 
 MofQualifierDeclaration _takeQualifierDeclaration(MofCursor& cursor) {
@@ -48,9 +78,9 @@ MofQualifierDeclaration _takeQualifierDeclaration(MofCursor& cursor) {
         declaration.defaultValue = takeMofLiteral(cursor);
     }
     cursor.expect(',');
-    _skipNameList(cursor, "scope");
+    declaration.scope = _takeScopes(cursor);
     if (cursor.accept(',')) {
-        _skipNameList(cursor, "flavor");
+        declaration.flavor = _takeFlavors(cursor);
     }
     cursor.expect(';');
     return declaration;

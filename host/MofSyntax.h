@@ -26,11 +26,31 @@ struct MofLiteral {
     MofPosition position;
 };
 
+// What is said of a qualifier's way down the classes; nothing where it is left open.
+struct MofFlavor {
+    std::optional<bool> isOverridable;   // EnableOverride, DisableOverride
+    std::optional<bool> isToSubclass;    // ToSubclass, Restricted
+    std::optional<bool> isTranslatable;  // Translatable
+};
+
 // A qualifier that is given without a value has none: its meaning is its type's.
 struct MofQualifier {
     std::string name;
     std::optional<MofLiteral> value;
+    MofFlavor flavor;
     MofPosition position;
+};
+
+// What a qualifier may stand on: one bit each.
+enum MofScope : unsigned {
+    SCOPE_CLASS = 1,
+    SCOPE_ASSOCIATION = 2,
+    SCOPE_REFERENCE = 4,
+    SCOPE_PROPERTY = 8,
+    SCOPE_METHOD = 16,
+    SCOPE_PARAMETER = 32,
+    SCOPE_INDICATION = 64,
+    SCOPE_ANY = 127,
 };
 
 struct MofQualifierDeclaration {
@@ -38,6 +58,8 @@ struct MofQualifierDeclaration {
     Pegasus::CIMType type = Pegasus::CIMTYPE_BOOLEAN;
     bool isArray = false;
     MofLiteral defaultValue;
+    unsigned scope = 0;  // MofScope
+    MofFlavor flavor;
     MofPosition position;
 };
 

@@ -77,42 +77,18 @@ private:
     }
 };
 
-// A literal of a declaration, as the parser understood it.
-std::string _literal(const MofLiteral& literal) {
-    const std::string sign = literal.negative ? "-" : "";
-    switch (literal.kind) {
-        case MofLiteral::Boolean:
-            return literal.number ? "true" : "false";
-        case MofLiteral::Integer:
-            return sign + std::to_string(literal.number);
-        case MofLiteral::Real:
-            return sign + literal.text;
-        case MofLiteral::String:
-            return mofString(literal.text);
-        case MofLiteral::Char:
-            return MofValueText()(Char16(Uint16(literal.number)));
-        case MofLiteral::Array: {
-            std::string text = "{";
-            for (const MofLiteral& element : literal.elements) {
-                text += &element == &literal.elements.front() ? "" : ", ";
-                text += _literal(element);
-            }
-            return text + "}";
-        }
-        default:
-            return "null";
-    }
-}
-
-std::string _qualifiers(const std::vector<MofQualifier>& list, const char* indent) {
+// Those that are said here; a boolean one that is true goes without its value.
+std::string _qualifiers(const QualifierList& list, const char* indent) {
     std::string text;
-    for (const MofQualifier& qualifier : list) {
+    for (const CIMQualifier& qualifier : list) {
+        if (qualifier.getPropagated()) {
+            continue;
+        }
         text += text.empty() ? std::string(indent) + "[" : std::string(",\n ") + indent;
-        text += qualifier.name;
-        if (qualifier.value) {
-            const bool isArray = qualifier.value->kind == MofLiteral::Array;
-            const std::string value = _literal(*qualifier.value);
-            text += isArray ? value : "(" + value + ")";
+        text += make_string(qualifier.getName().getString());
+        const CIMValue& value = qualifier.getValue();
+        if (!value.equal(CIMValue(true))) {
+            text += value.isArray() ? mofValue(value) : "(" + mofValue(value) + ")";
         }
     }
     return text.empty() ? text : text + "]\n";
@@ -158,7 +134,7 @@ std::string mofClass(const ClassDeclaration& declared) {
     std::string text = _qualifiers(declared.qualifiers, "") + "class " + declared.name +
                        (declared.superclass.empty() ? "" : " : " + declared.superclass) + " {\n";
     for (const PropertyDeclaration& property : declared.properties) {
-        if (!sameName(property.origin, declared.name)) {
+        if (property.isPropagated) {
             continue;
         }
         text += _qualifiers(property.qualifiers, "    ") + "    " + _type(property) + " " +

@@ -84,6 +84,24 @@ Pegasus::CIMType takeMofType(MofCursor& cursor) {
     return type;
 }
 
+bool takeMofFlavor(MofCursor& cursor, MofFlavor& flavor) {
+    if (cursor.accept("translatable")) {
+        flavor.isTranslatable = true;
+        return true;
+    }
+    const bool isOverridable = cursor.accept("enableoverride");
+    if (isOverridable || cursor.accept("disableoverride")) {
+        flavor.isOverridable = isOverridable;
+        return true;
+    }
+    const bool isToSubclass = cursor.accept("tosubclass");
+    if (isToSubclass || cursor.accept("restricted")) {
+        flavor.isToSubclass = isToSubclass;
+        return true;
+    }
+    return false;
+}
+
 std::vector<MofQualifier> takeMofQualifiers(MofCursor& cursor) {
     std::vector<MofQualifier> list;
     if (!cursor.accept('[')) {
@@ -98,6 +116,13 @@ std::vector<MofQualifier> takeMofQualifiers(MofCursor& cursor) {
         } else if (cursor.accept('(')) {
             qualifier.value = takeMofLiteral(cursor);
             cursor.expect(')');
+        }
+        if (cursor.accept(':')) {
+            do {
+                if (!takeMofFlavor(cursor, qualifier.flavor)) {
+                    cursor.expected("a flavor");
+                }
+            } while (!cursor.at(',') && !cursor.at(']'));
         }
         list.push_back(std::move(qualifier));
     } while (cursor.accept(','));

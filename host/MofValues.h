@@ -17,6 +17,9 @@ MofLiteral takeMofLiteral(MofCursor& cursor);
 // The name of a type other than a reference.
 Pegasus::CIMType takeMofType(MofCursor& cursor);
 
+// A flavor's name if it is there: what it says is set.
+bool takeMofFlavor(MofCursor& cursor, MofFlavor& flavor);
+
 // "[...]" if it is there.
 std::vector<MofQualifier> takeMofQualifiers(MofCursor& cursor);
 

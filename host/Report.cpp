@@ -21,7 +21,7 @@ bool _saysSomething(const CIMValue& value, const PropertyDeclaration* declaratio
 }
 
 std::string _labelOf(const std::string& name, const PropertyDeclaration* declaration) {
-    const std::string label = declaration ? declaration->text("DisplayName") : "";
+    const std::string label = declaration ? declaration->qualifiers.text("DisplayName") : "";
     return label.empty() ? name : label;
 }
 
@@ -48,7 +48,7 @@ std::string reportSection(const ClassDeclaration& declared,
     if (instances.empty()) {
         return "";
     }
-    const std::string label = declared.text("DisplayName");
+    const std::string label = declared.qualifiers.text("DisplayName");
     std::string heading = visibleText(label.empty() ? declared.name : label);
     if (instances.size() > 1) {
         heading += " (" + std::to_string(instances.size()) + ")";

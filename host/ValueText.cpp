@@ -100,7 +100,7 @@ std::string humanText(const CIMValue& value, const PropertyDeclaration* declarat
     if (const std::string meaning = declaration->meaning(text); !meaning.empty()) {
         return meaning + " (" + text + ")";
     }
-    const std::string units = declaration->text("Units");
+    const std::string units = declaration->qualifiers.text("Units");
     return units.empty() ? text : text + " " + units;
 }
 

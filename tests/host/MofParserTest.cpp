@@ -76,6 +76,30 @@ TEST(MofParser, ReadsQualifierDeclarationsAndSkipsPragmas) {
     EXPECT_TRUE(document.qualifiers[0].isArray);
 }
 
+TEST(MofParser, ReadsScopesAndFlavors) {
+    const MofDocument document = parseMof(
+        "Qualifier A : boolean, Scope(Class, ASSOCIATION, property);"
+        "Qualifier B : boolean, Scope(any), Flavor(Restricted, DisableOverride, Translatable);"
+        "[B(true): EnableOverride ToSubclass, A] class C {};",
+        "f.mof");
+    EXPECT_EQ(document.qualifiers[0].scope,
+              unsigned(SCOPE_CLASS | SCOPE_ASSOCIATION | SCOPE_PROPERTY));
+    EXPECT_FALSE(document.qualifiers[0].flavor.isOverridable);
+    EXPECT_FALSE(document.qualifiers[0].flavor.isToSubclass);
+    EXPECT_EQ(document.qualifiers[1].scope, unsigned(SCOPE_ANY));
+    EXPECT_EQ(document.qualifiers[1].flavor.isToSubclass, false);
+    EXPECT_EQ(document.qualifiers[1].flavor.isOverridable, false);
+    EXPECT_EQ(document.qualifiers[1].flavor.isTranslatable, true);
+    const std::vector<MofQualifier>& given = document.classes[0].qualifiers;
+    EXPECT_EQ(given[0].flavor.isOverridable, true);
+    EXPECT_EQ(given[0].flavor.isToSubclass, true);
+    EXPECT_FALSE(given[0].flavor.isTranslatable);
+    EXPECT_FALSE(given[1].flavor.isOverridable);
+    EXPECT_EQ(_refusal("Qualifier A : boolean, Scope(house);"),
+              "f.mof:1:30: a scope expected, found \"house\"");
+    EXPECT_EQ(_refusal("[A: Sweet] class C {};"), "f.mof:1:5: a flavor expected, found \"Sweet\"");
+}
+
 TEST(MofParser, SaysWhereAndWhatWasExpected) {
     EXPECT_EQ(_refusal("class A {\n  string B\n};"), "f.mof:3:1: \";\" expected, found \"}\"");
     EXPECT_EQ(_refusal("class A { strin B; };"), "f.mof:1:11: a type expected, found \"strin\"");

@@ -94,7 +94,7 @@ TEST(Schema, MarksThePersonalizedPairsAsReplacedTogether) {
     int marked = 0;
     for (const PropertyDeclaration& property : _class("TAVIRA_ComputerSystemDetails").properties) {
         const bool isPersonalized = property.name.find("Personalized") == 0;
-        EXPECT_EQ(property.isTrue("TAVIRA_ReplacedTogether"), isPersonalized) << property.name;
+        EXPECT_EQ(property.qualifiers.isTrue("TAVIRA_ReplacedTogether"), isPersonalized) << property.name;
         marked += isPersonalized;
     }
     EXPECT_EQ(marked, 10);
@@ -143,10 +143,10 @@ TEST(Schema, HasANameForPeopleForEverythingThatIsReported) {
         if (!_isServed(declared->name)) {
             continue;
         }
-        EXPECT_NE(declared->text("DisplayName"), "") << declared->name;
+        EXPECT_NE(declared->qualifiers.text("DisplayName"), "") << declared->name;
         for (const PropertyDeclaration& property : declared->properties) {
-            EXPECT_NE(property.text("DisplayName"), "") << declared->name << "." << property.name;
-            EXPECT_NE(property.text("Description"), "") << declared->name << "." << property.name;
+            EXPECT_NE(property.qualifiers.text("DisplayName"), "") << declared->name << "." << property.name;
+            EXPECT_NE(property.qualifiers.text("Description"), "") << declared->name << "." << property.name;
         }
     }
 }
