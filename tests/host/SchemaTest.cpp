@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "BuildPaths.h"
 #include "TemporaryFolder.h"
 
@@ -94,7 +96,8 @@ TEST(Schema, MarksThePersonalizedPairsAsReplacedTogether) {
     int marked = 0;
     for (const PropertyDeclaration& property : _class("TAVIRA_ComputerSystemDetails").properties) {
         const bool isPersonalized = property.name.find("Personalized") == 0;
-        EXPECT_EQ(property.qualifiers.isTrue("TAVIRA_ReplacedTogether"), isPersonalized) << property.name;
+        EXPECT_EQ(property.qualifiers.isTrue("TAVIRA_ReplacedTogether"), isPersonalized)
+            << property.name;
         marked += isPersonalized;
     }
     EXPECT_EQ(marked, 10);
@@ -145,10 +148,26 @@ TEST(Schema, HasANameForPeopleForEverythingThatIsReported) {
         }
         EXPECT_NE(declared->qualifiers.text("DisplayName"), "") << declared->name;
         for (const PropertyDeclaration& property : declared->properties) {
-            EXPECT_NE(property.qualifiers.text("DisplayName"), "") << declared->name << "." << property.name;
-            EXPECT_NE(property.qualifiers.text("Description"), "") << declared->name << "." << property.name;
+            EXPECT_NE(property.qualifiers.text("DisplayName"), "")
+                << declared->name << "." << property.name;
+            EXPECT_NE(property.qualifiers.text("Description"), "")
+                << declared->name << "." << property.name;
         }
     }
+}
+
+TEST(Schema, KeepsTheInteropClassesApart) {
+    TemporaryFolder folder;
+    folder.write("a.mof", "class A {};");
+    EXPECT_TRUE(Schema::load(folder.path()).interop.classes().empty());
+    std::filesystem::create_directory(folder.file("interop"));
+    folder.write("interop/b.mof", "class B {}; class A {};");
+    const Schema schema = Schema::load(folder.path());
+    EXPECT_FALSE(schema.classes.find("B"));
+    EXPECT_EQ(schema.interop.classes().size(), 2U);
+    EXPECT_EQ(schema.find("ROOT/tavqz"), &schema.classes);
+    EXPECT_EQ(schema.find("root/Interop"), &schema.interop);
+    EXPECT_EQ(schema.find("root"), nullptr);
 }
 
 TEST(Schema, NamesTheFolderThatHoldsNone) {
