@@ -130,7 +130,8 @@ void ClassBuilder::_addProperty(const MofProperty& declared, ClassDeclaration& r
         _document.fail(declared.position, "\"" + declared.name + "\" is declared twice");
     }
     _override(declared, *same, property);
-    *same = std::move(property);  // where the inherited one stood
+    result.properties.erase(same);
+    result.properties.push_back(std::move(property));
 }
 
 void ClassBuilder::_override(const MofProperty& declared, const PropertyDeclaration& inherited,

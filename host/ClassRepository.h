@@ -57,7 +57,7 @@ struct ClassDeclaration {
     std::string name;
     std::string superclass;  // empty: none
     QualifierList qualifiers;
-    std::vector<PropertyDeclaration> properties;  // the inherited ones first
+    std::vector<PropertyDeclaration> properties;  // those that are only inherited first
 
     // Names are compared ignoring case; null where there is none.
     const PropertyDeclaration* find(const std::string& property) const;

@@ -40,7 +40,7 @@ TEST(ClassConversion, TellsOwnFromInherited) {
     EXPECT_TRUE(id.getPropagated());
     EXPECT_EQ(id.getClassOrigin(), CIMName("A"));
     EXPECT_TRUE(id.getQualifier(id.findQualifier("Key")).getPropagated());
-    const CIMConstProperty q = made.getProperty(2);
+    const CIMConstProperty q = made.getProperty(3);
     EXPECT_FALSE(q.getPropagated());
     EXPECT_EQ(q.getClassOrigin(), CIMName("A"));
     EXPECT_EQ(q.getValue(), CIMValue(Uint16(7)));

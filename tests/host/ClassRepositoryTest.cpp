@@ -76,22 +76,24 @@ TEST(ClassRepository, FindsClassesAndPropertiesIgnoringCase) {
 
 TEST(ClassRepository, InheritsPropertiesFirst) {
     ClassRepository classes;
-    _add(
-        classes,
-        std::string(_qualifiers) +
-            "class A { [Key] string Name; string Text; };"
-            "class B : a { uint8 Size; [Override(\"Name\"), Description(\"new\")] string name; };");
+    _add(classes, std::string(_qualifiers) +
+                      "class A { [Key] string Name; string Text; };"
+                      "class B : a { uint8 Size; "
+                      "[Override(\"Name\"), Description(\"new\")] string name; };");
     const ClassDeclaration* b = classes.find("B");
-    ASSERT_EQ(b->properties.size(), 3U);
     EXPECT_EQ(b->superclass, "A");
-    EXPECT_EQ(b->properties[0].name, "name");
-    EXPECT_EQ(b->properties[0].origin, "A") << "who brought it in";
-    EXPECT_FALSE(b->properties[0].isPropagated);
-    EXPECT_TRUE(b->properties[1].isPropagated);
-    EXPECT_EQ(b->properties[0].qualifiers.text("Description"), "new");
-    EXPECT_TRUE(b->properties[0].isKey()) << "a key stays a key";
-    EXPECT_EQ(b->properties[1].origin, "A");
-    EXPECT_EQ(b->properties[2].name, "Size");
+    ASSERT_EQ(b->properties.size(), 3U);
+    EXPECT_EQ(b->properties[0].name, "Text");
+    EXPECT_EQ(b->properties[0].origin, "A");
+    EXPECT_TRUE(b->properties[0].isPropagated);
+    EXPECT_EQ(b->properties[1].name, "Size");
+    EXPECT_EQ(b->properties[1].origin, "B");
+    const PropertyDeclaration& name = b->properties[2];
+    EXPECT_EQ(name.name, "name");
+    EXPECT_EQ(name.origin, "A") << "who brought it in";
+    EXPECT_FALSE(name.isPropagated);
+    EXPECT_EQ(name.qualifiers.text("Description"), "new");
+    EXPECT_TRUE(name.isKey()) << "a key stays a key";
 }
 
 TEST(ClassRepository, KnowsWhatCodesMean) {

@@ -117,6 +117,23 @@ TEST(Schema, DeclaresTheTypesOfTheServiceProcessorClasses) {
     EXPECT_EQ(type("TAVIRA_VigilWatchdog", "MonitoredEntity"), CIMTYPE_UINT16);
 }
 
+TEST(Schema, DerivesFromTheStandardClassesWithTheSameKeys) {
+    EXPECT_EQ(_class("TAVIRA_ComputerSystemDetails").superclass, "CIM_Product");
+    EXPECT_EQ(_class("TAVIRA_FRU").superclass, "CIM_FRU");
+    EXPECT_EQ(_class("TAVIRA_VigilWatchdog").superclass, "CIM_Watchdog");
+    EXPECT_EQ(_class("TAVIRA_VigilPresent").superclass, "CIM_LogicalDevice");
+    EXPECT_EQ(_class("TAVIRA_VigilSystemState").superclass, "CIM_LogicalDevice");
+    for (const std::string& name : _vpdClasses) {
+        EXPECT_EQ(_class(name.c_str()).superclass, "CIM_ManagedElement");
+    }
+    for (const auto& declared : _schema().classes.classes()) {
+        for (const PropertyDeclaration& property : declared->properties) {
+            EXPECT_FALSE(_isServed(declared->name) && property.isKey() && property.isPropagated)
+                << declared->name << "." << property.name << " is a key that nobody sends";
+        }
+    }
+}
+
 TEST(Schema, DerivesTheAlertsFromTheStandardOne) {
     for (const char* name : {"TAVIRA_LeaseExpirationEvent", "TAVIRA_WarrantyExpirationEvent"}) {
         EXPECT_EQ(_class(name).superclass, "CIM_AlertIndication");
@@ -148,6 +165,9 @@ TEST(Schema, HasANameForPeopleForEverythingThatIsReported) {
         }
         EXPECT_NE(declared->qualifiers.text("DisplayName"), "") << declared->name;
         for (const PropertyDeclaration& property : declared->properties) {
+            if (property.isPropagated) {
+                continue;  // never sent
+            }
             EXPECT_NE(property.qualifiers.text("DisplayName"), "")
                 << declared->name << "." << property.name;
             EXPECT_NE(property.qualifiers.text("Description"), "")

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "BuildPaths.h"
 #include "RecordClasses.h"
 #include "Schema.h"
@@ -21,11 +23,14 @@ template <class Record>
 void _compare(const char* className, const RecordClass<Record>& table) {
     const ClassDeclaration* declared = _schema().classes.find(className);
     ASSERT_NE(declared, nullptr) << className;
-    EXPECT_EQ(declared->properties.size(), table.propertyCount) << className;
+    const auto own = std::count_if(declared->properties.begin(), declared->properties.end(),
+                                   [](const auto& property) { return !property.isPropagated; });
+    EXPECT_EQ(std::size_t(own), table.propertyCount) << className;
     for (const RecordProperty<Record>& row : table) {
         const PropertyDeclaration* property = declared->find(row.name);
         ASSERT_NE(property, nullptr) << className << "." << row.name;
         EXPECT_EQ(property->name, row.name);
+        EXPECT_FALSE(property->isPropagated) << row.name << " is sent, and so declared anew";
         EXPECT_EQ(property->type, row.type) << row.name;
         EXPECT_FALSE(property->isArray) << row.name;
         EXPECT_EQ(property->isWritable(), row.apply != nullptr) << row.name;
