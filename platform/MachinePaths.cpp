@@ -55,6 +55,18 @@ std::string MachinePaths::cpuInfo() {
     return root() + "/proc/cpuinfo";
 }
 
+std::string MachinePaths::ideIdentify(char drive) {
+    return root() + "/proc/ide/hd" + drive + "/identify";
+}
+
+std::string MachinePaths::scsiDisk(char disk) {
+    return root() + "/dev/sd" + disk;
+}
+
+std::string MachinePaths::xServerConfiguration() {
+    return root() + "/etc/X11/XF86Config";
+}
+
 std::string MachinePaths::dataDirectory() {
     std::string folder = environment("TAVQZ_DATA_DIR");
     if (folder.empty())

@@ -27,6 +27,12 @@ public:
     static std::string hypervisorUuid();
     static std::string cpuInfo();
 
+    // Of the drives "hda", "hdb" … and the disks "sda", "sdb" …, by their last letter.
+    static std::string ideIdentify(char drive);
+    static std::string scsiDisk(char disk);
+
+    static std::string xServerConfiguration();
+
     // The folder of our data files, ending in "/": TAVQZ_DATA_DIR, else the system's. Never under
     // TAVQZ_HOST_ROOT.
     static std::string dataDirectory();

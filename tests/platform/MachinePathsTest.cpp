@@ -33,6 +33,9 @@ TEST(MachinePaths, LeadIntoThisMachine) {
     EXPECT_EQ("/sys/hypervisor/type", MachinePaths::hypervisorType());
     EXPECT_EQ("/sys/hypervisor/uuid", MachinePaths::hypervisorUuid());
     EXPECT_EQ("/proc/cpuinfo", MachinePaths::cpuInfo());
+    EXPECT_EQ("/proc/ide/hdc/identify", MachinePaths::ideIdentify('c'));
+    EXPECT_EQ("/dev/sdz", MachinePaths::scsiDisk('z'));
+    EXPECT_EQ("/etc/X11/XF86Config", MachinePaths::xServerConfiguration());
 }
 
 TEST(MachinePaths, LeadIntoAnotherMachinesFolder) {
