@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "AssetText.h"
+#include "DeviceParts.h"
 #include "FirmwareParts.h"
 #include "SmBiosBuilder.h"
 
@@ -36,6 +37,14 @@ void _writeSystem(const std::string& root, const std::string& hostName,
     writeTestFile(root + "/var/lib/tavqz/asset.dat", asset);
 }
 
+void _writeIdeDrive(const std::string& root, char letter, const std::string& text) {
+    writeTestFile(root + "/proc/ide/hd" + letter + "/identify", text);
+}
+
+void _writeXServer(const std::string& root, const std::string& configuration) {
+    writeTestFile(root + "/etc/X11/XF86Config", configuration);
+}
+
 void _writeRackServer(const std::string& root) {
     SmBiosBuilder firmware(EntryPoint::Version3, 3, 5);
     addBios(firmware, "EX2U-2.14", "03/02/2025");
@@ -57,6 +66,12 @@ void _writeRackServer(const std::string& root) {
     firmware.addEnd().writeBelow(root);
     _writeSystem(root, "rack-server", "5f3a9c1e7d2b4860a1b2c3d4e5f60718",
                  _cpuInfo(4, "Example Processor 6316 @ 2.40GHz"), filledAsset());
+    writeScsiDisk(root, 'a', "EXAMPLE", "EX600-15K", "6SJ0041A    ");
+    writeScsiDisk(root, 'b', "EXAMPLE", "EX600-15K", "6SJ0042B    ");
+    // A card reader, which has no serial number to tell.
+    writeTestFile(root + "/dev/sdc/" + standardInquiryFile,
+                  standardInquiryReply("SAMPLE", "Card Reader"));
+    writeScsiDisk(root, 'd', "SAMPLE", "Flash 2", "");
 }
 
 void _writeOldServer(const std::string& root) {
@@ -71,6 +86,22 @@ void _writeOldServer(const std::string& root) {
     firmware.addEnd().writeBelow(root);
     _writeSystem(root, "old-server", "0b1c2d3e4f5061728394a5b6c7d8e9fa",
                  _cpuInfo(1, "Example Processor III"), emptyAsset());
+    _writeIdeDrive(root, 'a', IdentifyBuilder::drive("EXAMPLE EX-40 UDMA", "EXI40-00071").build());
+    _writeIdeDrive(root, 'c', IdentifyBuilder::drive("SAMPLE CD-ROM 52X", "").build());
+    writeScsiDisk(root, 'a', "EXAMPLE", "EX9-U160", "3HZ00017");
+    _writeXServer(root,
+                  "# Written at installation.\n"
+                  "Section \"Monitor\"\n"
+                  "\tIdentifier  \"Monitor0\"\n"
+                  "\tVendorName  \"Example Displays\"\n"
+                  "\tModelName   \"EX 17s\"\n"
+                  "\tHorizSync   30.0 - 70.0\n"
+                  "EndSection\n"
+                  "Section \"Device\"\n"
+                  "\tIdentifier  \"Example Graphics 8\"\n"
+                  "\tDriver      \"vesa\"\n"
+                  "\tVendorName  \"Example Corp\"\n"
+                  "EndSection\n");
 }
 
 void _writeDamagedFirmware(const std::string& root) {
@@ -88,6 +119,20 @@ void _writeDamagedFirmware(const std::string& root) {
     std::filesystem::resize_file(root + "/sys/firmware/dmi/tables/DMI", table.rfind("0002") + 2);
     _writeSystem(root, "damaged-firmware", "112233445566778899aabbccddeeff00",
                  _cpuInfo(2, "Example Processor 2620"), emptyAsset());
+    // One file ends in its third line, one disk says that more follows than does.
+    _writeIdeDrive(root, 'a', IdentifyBuilder::drive("EXAMPLE", "EXI1").build().substr(0, 110));
+    writeScsiDisk(root, 'a', "EXAMPLE", "EX300", "7AB00012");
+    writeTestFile(root + "/dev/sda/" + standardInquiryFile,
+                  standardInquiryReply("EXAMPLE", "EX300").substr(0, 19));
+    writeTestFile(root + "/dev/sda/" + serialNumberFile,
+                  serialNumberReply("7AB00012").substr(0, 8));
+    // The end of the first section is indented, which makes it none.
+    _writeXServer(root,
+                  "Section \"Device\"\n"
+                  "\tIdentifier \"Unknown card\"\n"
+                  "\tEndSection\n"
+                  "Section \"Monitor\"\n"
+                  "\tVendorName \"Example Displays\"\n");
 }
 
 void _writeHostileTexts(const std::string& root) {
@@ -107,6 +152,15 @@ void _writeHostileTexts(const std::string& root) {
     firmware.addEnd().writeBelow(root);
     _writeSystem(root, "hostile-texts\x1B]0;\xFF<&>", "not a machine id",
                  _cpuInfo(1, "\x1B[2J<b>&amp;\xFF"), emptyAsset());
+    _writeIdeDrive(
+        root, 'a',
+        IdentifyBuilder::drive("<model>&\"'\x01\xFF\xFE\xC3(", "\x1B[2J]]>\x80").build());
+    _writeIdeDrive(root, 'b', std::string(600, 'F') + "\n");
+    writeScsiDisk(root, 'a', "<&\"'>\xFF\x80\x01", "\x1B[31m %s%n ]]>", "\x01<&\"'>\x7F\t]]>");
+    writeScsiDisk(root, 'b', "EXAMPLE", "EX300", "caf\xE9");
+    writeScsiDisk(root, 'c', "EXAMPLE", "EX300", std::string(251, '='));
+    _writeXServer(root, "Section \"Monitor\"\nVendorName <b>\xFF\x1B[31m\nModelName " +
+                            std::string(4000, '&') + "\nEndSection\n");
 }
 
 void _writeBare(const std::string& root) {
