@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "ProcessorProbe.h"
+
+#include "FileContent.h"
+#include "LineScan.h"
+#include "MachinePaths.h"
+
+namespace QZ {
+namespace {
+
+// A processor takes about 1.5 KiB.
+constexpr std::size_t _largestFile = std::size_t{16} << 20;
+
+}  // namespace
+
+void decodeCPUInfo(const std::string& text, CPUInfo& info) {
+    std::string line;
+    for (std::size_t offset = 0; takeLine(text, offset, line);) {
+        (void)(scanValue(line, "vendor_id : ", info.vendor) ||
+               scanValue(line, "model name : ", info.modelName));
+    }
+}
+
+int getCPUInfo(CPUInfo& info) {
+    const FileContent file = readWholeFile(MachinePaths::cpuInfo(), _largestFile);
+    if (file.state != FileContent::Read) {
+        return 0;
+    }
+    decodeCPUInfo(file.text, info);
+    return 1;
+}
+
+}  // namespace QZ

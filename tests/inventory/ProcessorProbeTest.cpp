@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "ProcessorProbe.h"
+
+#include "InventoryMachine.h"
+
+namespace QZ {
+namespace {
+
+class ProcessorProbe : public InventoryMachine {
+protected:
+    int probe() { return getCPUInfo(info); }
+
+    CPUInfo info{"vendor before", "model before"};
+};
+
+TEST_F(ProcessorProbe, GivesVendorAndModelName) {
+    writeFile("proc/cpuinfo",
+              "processor\t: 0\nvendor_id\t: GenuineExample\ncpu family\t: 6\nmodel\t\t: 106\n"
+              "model name\t: Example(R) CPU @ 2.40GHz\nstepping\t: 6\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.vendor, "GenuineExample");
+    EXPECT_EQ(info.modelName, "Example(R) CPU @ 2.40GHz");
+}
+
+TEST_F(ProcessorProbe, GivesTheLastProcessors) {
+    writeFile("proc/cpuinfo",
+              "vendor_id\t: First\nmodel name\t: One\n\nvendor_id\t: Last\nmodel name\t: Two\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.vendor, "Last");
+    EXPECT_EQ(info.modelName, "Two");
+}
+
+TEST_F(ProcessorProbe, KeepsWhatTheFileDoesNotGive) {
+    writeFile("proc/cpuinfo", "vendor_id\t: \nmodel\t\t: 106\nmodel nameless\n vendor_id: x\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.vendor, "vendor before");
+    EXPECT_EQ(info.modelName, "model before");
+}
+
+TEST_F(ProcessorProbe, TakesAnEmptyFileForADescription) {
+    writeFile("proc/cpuinfo", "");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.vendor, "vendor before");
+}
+
+TEST_F(ProcessorProbe, FailsWithoutTheFile) {
+    EXPECT_EQ(probe(), 0);
+    EXPECT_EQ(info.vendor, "vendor before");
+    EXPECT_EQ(info.modelName, "model before");
+}
+
+}  // namespace
+}  // namespace QZ
