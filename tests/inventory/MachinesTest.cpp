@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "BuildPaths.h"
+#include "PartInfoFactory.h"
 #include "ScopedEnvironment.h"
 #include "SerialNumberInformation.h"
 #include "TemporaryFolder.h"
@@ -104,6 +105,39 @@ TEST_F(Machine, BareHasNothing) {
     enter("bare");
     EXPECT_EQ(SmBios().state(), State::Failed);
     EXPECT_FALSE(SerialNumberInformation().getSystem(serial, maker, product, version));
+}
+
+TEST_F(Machine, AnyHasItsPartsInTheList) {
+    const struct {
+        const char* name;
+        std::vector<std::string> lastParts;
+    } machines[] = {
+        {"rack-server", {"SCSIDevice0 6SJ0041A", "SCSIDevice1 6SJ0042B", "SCSIDevice2 "}},
+        {"old-server",
+         {"IDEDevice0 EXI40-00071", "IDEDevice1 ", "Monitor0 ", "VideoCard0 ",
+          "SCSIDevice0 3HZ00017"}},
+        {"damaged-firmware", {"VideoCard0 ", "SCSIDevice0 7AB0"}},
+        {"hostile-texts",
+         {"IDEDevice0 [2J]]>\x80", "Monitor0 ", "SCSIDevice0 <&\"'>\x7F]]>",
+          "SCSIDevice1 " + std::string(79, '=')}},
+        {"bare", {"Processor0 "}},
+    };
+    for (const auto& machine : machines) {
+        enter(machine.name);
+        const std::list<PartInfo*> parts = PartInfoFactory::newList();
+        std::vector<std::string> tail;
+        for (const PartInfo* part : parts) {
+            std::string tag;
+            part->getTag(tag);
+            part->getSerialNumber(serial);
+            tail.push_back(tag.append(" ").append(serial));
+        }
+        PartInfoFactory::deleteList(parts);
+        ASSERT_GE(tail.size(), machine.lastParts.size());
+        tail.erase(tail.begin(),
+                   tail.end() - static_cast<std::ptrdiff_t>(machine.lastParts.size()));
+        EXPECT_EQ(tail, machine.lastParts) << machine.name;
+    }
 }
 
 }  // namespace
