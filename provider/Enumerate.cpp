@@ -12,6 +12,7 @@
 #include "Error.h"
 #include "LogItem.h"
 #include "RecordInstance.h"
+#include "SerialNumberInstances.h"
 #include "SimpleInstanceResponseHandler.h"
 
 namespace QZ {
@@ -59,7 +60,7 @@ const DispatchRow _dispatch[] = {
     {ClassName::Warranty, _deliverRecord<Warranty, warrantyClass>},
     {ClassName::ComputerSystemDetails,
      _deliverRecord<ComputerSystemDetails, computerSystemDetailsClass>},
-    {ClassName::SerialNumberInformation, _deliverNothing},
+    {ClassName::SerialNumberInformation, deliverSerialNumbers},
 };
 
 const DispatchRow& _findRow(const String& className) {

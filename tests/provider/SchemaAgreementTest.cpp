@@ -10,6 +10,7 @@
 #include "BuildPaths.h"
 #include "RecordClasses.h"
 #include "Schema.h"
+#include "SerialNumberInstances.h"
 
 namespace QZ {
 namespace {
@@ -51,6 +52,10 @@ TEST(SchemaAgreement, DeclaresTheLeaseAsItIsBuilt) {
 
 TEST(SchemaAgreement, DeclaresTheWarrantyAsItIsBuilt) {
     _compare("TAVIRA_Warranty", warrantyClass);
+}
+
+TEST(SchemaAgreement, DeclaresTheSerialNumbersAsTheyAreBuilt) {
+    _compare("TAVIRA_SerialNumberInformation", serialNumberClass);
 }
 
 TEST(SchemaAgreement, DeclaresTheComputerSystemDetailsAsTheyAreBuilt) {
