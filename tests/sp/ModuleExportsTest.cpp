@@ -45,7 +45,9 @@ std::set<std::string> exportedSymbols() {
     for (std::string line; std::getline(lines, line);) {
         const std::string name = demangled(line.substr(0, line.find(' ')));
         const bool describesType = name.rfind("typeinfo ", 0) == 0 || name.rfind("vtable ", 0) == 0;
-        if (!describesType && name.find("std::") == std::string::npos &&
+        // Those of the VPD record have a test of their own.
+        const bool isOfVpd = name.rfind("VPD::", 0) == 0;
+        if (!describesType && !isOfVpd && name.find("std::") == std::string::npos &&
             name.find("__") == std::string::npos) {
             symbols.insert(name);
         }
@@ -57,6 +59,7 @@ std::set<std::string> exportedSymbols() {
 const std::set<std::string> interfaceSymbols{
     "IncrementLibraryUsageCount",
     "StartThread",
+    "VpdLogItem",
     "_httoi",
     "addLogItem",
     "bytesToString",
@@ -85,6 +88,7 @@ const std::set<std::string> interfaceSymbols{
     "clibMutex::releaseMutex()",
     "clibMutex::~clibMutex()",
     "closeLog",
+    "dump_vpd_buffer",
     "dumpdata",
     "endThreadProcess",
     "fpSharedCommFuncs",
