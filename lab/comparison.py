@@ -1,0 +1,133 @@
+# SPDX-FileCopyrightText: 2026 the tavqz authors
+# SPDX-License-Identifier: MIT
+"""What the guest answered against what the machine was built with, as a table."""
+import dataclasses
+import re
+import uuid
+
+import machine
+from machine import Part
+
+SAME = "same"
+UNKNOWN = "-"
+
+
+@dataclasses.dataclass(frozen=True)
+class Row:
+    name: str
+    expected: str
+    cells: tuple
+    agrees: bool
+
+
+def tavqz_parts(instances):
+    """The parts of the serial-number class, in the order in which they were listed."""
+    found = []
+    for instance in instances:
+        texts = instance["properties"]
+        found.append(Part(texts["Tag"], texts["Manufacturer"], texts["Model"],
+                          texts["SerialNumber"], texts["Version"]))
+    return found
+
+
+def dmidecode_parts(text):
+    """The parts that dmidecode prints a block for; a text that it does not give is None."""
+    found = []
+    for block in text.split("\n\n"):
+        texts = dict(re.findall(r"^\t([^:\t]+): (.*?) *$", block, re.MULTILINE))
+        if "Serial Number" in texts and "Manufacturer" in texts:
+            found.append(Part("", texts["Manufacturer"], texts.get("Product Name"),
+                              texts["Serial Number"], texts.get("Version")))
+    return found
+
+
+def lshw_parts(node):
+    """The nodes of lshw's tree that have a serial number."""
+    found = []
+    if "serial" in node:
+        # Of memory and disks it knows another product and version: part number and revision.
+        is_memory = node["class"] == "memory"
+        is_disk = node["class"] == "disk"
+        found.append(Part("", node.get("vendor"), None if is_memory else node.get("product"),
+                          node["serial"], None if is_memory or is_disk else node.get("version")))
+    for child in node.get("children", []):
+        found += lshw_parts(child)
+    return found
+
+
+def texts_of(part):
+    return [part.manufacturer, part.model, part.serial, part.version]
+
+
+def peer_cell(part, peer, knows):
+    """What a peer says of a part that it knows by its serial number: of those texts that it gives
+    and that the part has. It may not know a part of a kind that it is said to know."""
+    for known in peer:
+        if part.serial and known.serial.strip() == part.serial:
+            other = [theirs for ours, theirs in zip(texts_of(part), texts_of(known))
+                     if ours and theirs is not None and theirs.strip() != ours]
+            return ", ".join(other) or SAME
+    return "missing" if part.tag.rstrip("0123456789") in knows else UNKNOWN
+
+
+def part_rows(found, peers):
+    """A row for each part that was built, and one for each that was not and is listed. Of each
+    peer: the parts that it found and the kinds that it knows."""
+    rest = list(found)
+    for part in machine.expected_parts():
+        # Disks are told apart by their serial numbers: their order is the kernel's.
+        same = [other for other in rest
+                if (other.serial == part.serial and other.tag.startswith(part.tag)
+                    if part.tag == "SCSIDevice" else other.tag == part.tag)]
+        seen = same[0] if same else None
+        if seen:
+            rest.remove(seen)
+        cell = SAME if seen and texts_of(seen) == texts_of(part) else (
+            ", ".join(texts_of(seen)) if seen else "missing")
+        cells = (cell, *(peer_cell(part, *peer) for peer in peers))
+        yield Row(part.tag, ", ".join(text for text in texts_of(part) if text), cells,
+                  cell == SAME and all(other in (SAME, UNKNOWN) for other in cells[1:]))
+    for other in rest:
+        yield Row(other.tag, "nothing", (", ".join(texts_of(other)), *[UNKNOWN] * len(peers)), False)
+
+
+def order_row(found):
+    """Parts are listed in a fixed order, numbered without gaps."""
+    disks = sum(disk.seen is not None for disk in machine.DISKS)
+    tags = [part.tag for part in machine.FIRMWARE_PARTS + [machine.PROCESSOR]]
+    tags += [f"SCSIDevice{number}" for number in range(disks)]
+    agrees = [part.tag for part in found] == tags
+    return Row("order", f"{len(tags)} parts in theirs",
+               (SAME if agrees else " ".join(part.tag for part in found), UNKNOWN, UNKNOWN), agrees)
+
+
+def value_row(name, expected, *seen):
+    """A value as each one sees it; None where one does not tell, which all may but the first."""
+    cells = tuple(UNKNOWN if value is None else SAME if value == expected else value
+                  for value in seen)
+    return Row(name, expected, cells,
+               cells[0] == SAME and all(cell in (SAME, UNKNOWN) for cell in cells))
+
+
+def uuid_in(text):
+    """As the firmware stores it, of the one that a peer prints; None without one."""
+    printed = re.search(r"uuid\W+([0-9a-f-]{36})", text, re.IGNORECASE)
+    return str(uuid.UUID(bytes=uuid.UUID(printed.group(1)).bytes_le)) if printed else None
+
+
+def ipmitool_value(text, name):
+    found = re.search(rf"^ *{name} *: (.*?) *$", text, re.MULTILINE)
+    return found.group(1) if found else None
+
+
+def layout(headings, rows):
+    """The rows as lines, columns aligned; one that disagrees is marked."""
+    lines = [(*headings, "")] + [(row.name, row.expected, *row.cells, "" if row.agrees else "WRONG")
+                                 for row in rows]
+    widths = [max(len(printable(line[column])) for line in lines) for column in range(len(lines[0]))]
+    return "\n".join("  ".join(printable(cell).ljust(width) for cell, width in zip(line, widths)).rstrip()
+                     for line in lines)
+
+
+def printable(text):
+    return "".join(c if c.isprintable() else f"\\x{ord(c):02x}" for c in text)
