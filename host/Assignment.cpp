@@ -115,9 +115,7 @@ CIMValue _valueOrRefuse(const PropertyDeclaration& property, const std::string& 
                                        : std::string(_expectation(property.type)) + " expected"));
 }
 
-}  // namespace
-
-Assignment parseAssignment(const ClassDeclaration& declared, const std::string& text) {
+Assignment _parse(const ClassDeclaration& declared, const std::string& text, bool isNew) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos) {
         throw UsageError("\"" + text + "\" is not of the form Property=value");
@@ -125,20 +123,20 @@ Assignment parseAssignment(const ClassDeclaration& declared, const std::string& 
     const std::string name = text.substr(0, equals);
     const PropertyDeclaration* property = declared.find(name);
     if (!property) {
-        throw UsageError(declared.name + " has no property \"" + name + "\". " +
-                         _writableNames(declared));
+        throw UsageError(declared.name + " has no property \"" + name + "\"" +
+                         (isNew ? std::string() : ". " + _writableNames(declared)));
     }
-    if (!property->isWritable()) {
+    if (!isNew && !property->isWritable()) {
         throw UsageError(property->name + " is read-only. " + _writableNames(declared));
     }
     return {property, _valueOrRefuse(*property, text.substr(equals + 1))};
 }
 
-std::vector<Assignment> parseAssignments(const ClassDeclaration& declared,
-                                         const std::vector<std::string>& texts) {
+std::vector<Assignment> _parseAll(const ClassDeclaration& declared,
+                                  const std::vector<std::string>& texts, bool isNew) {
     std::vector<Assignment> assignments;
     for (const std::string& text : texts) {
-        Assignment assignment = parseAssignment(declared, text);
+        Assignment assignment = _parse(declared, text, isNew);
         if (std::any_of(assignments.begin(), assignments.end(), [&](const Assignment& earlier) {
                 return earlier.property == assignment.property;
             })) {
@@ -147,6 +145,17 @@ std::vector<Assignment> parseAssignments(const ClassDeclaration& declared,
         assignments.push_back(std::move(assignment));
     }
     return assignments;
+}
+
+}  // namespace
+
+Assignment parseAssignment(const ClassDeclaration& declared, const std::string& text) {
+    return _parse(declared, text, false);
+}
+
+std::vector<Assignment> parseAssignments(const ClassDeclaration& declared,
+                                         const std::vector<std::string>& texts) {
+    return _parseAll(declared, texts, false);
 }
 
 CIMInstance modifiedInstance(const ClassDeclaration& declared, const CIMInstance& current,
@@ -165,6 +174,21 @@ CIMInstance modifiedInstance(const ClassDeclaration& declared, const CIMInstance
         }
     }
     return modified;
+}
+
+CIMInstance createdInstance(const ClassDeclaration& declared,
+                            const std::vector<std::string>& texts) {
+    CIMInstance created(make_String(declared.name));
+    for (const Assignment& assignment : _parseAll(declared, texts, true)) {
+        created.addProperty(CIMProperty(make_String(assignment.property->name), assignment.value));
+    }
+    for (const PropertyDeclaration& property : declared.properties) {
+        if (property.isKey() && created.findProperty(make_String(property.name)) == PEG_NOT_FOUND) {
+            throw UsageError("A new instance of " + declared.name + " needs its key " +
+                             property.name);
+        }
+    }
+    return created;
 }
 
 CIMPropertyList propertyNames(const CIMInstance& instance) {

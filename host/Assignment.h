@@ -34,6 +34,11 @@ Pegasus::CIMInstance modifiedInstance(const ClassDeclaration& declared,
                                       const Pegasus::CIMInstance& current,
                                       const std::vector<Assignment>& assignments);
 
+// A new instance of the class out of "Property=value", written to or not, without a path. Throws
+// UsageError as above, and for a key that is missing.
+Pegasus::CIMInstance createdInstance(const ClassDeclaration& declared,
+                                     const std::vector<std::string>& texts);
+
 // The names of the properties that an instance has.
 Pegasus::CIMPropertyList propertyNames(const Pegasus::CIMInstance& instance);
 

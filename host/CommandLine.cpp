@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <sstream>
 
 #include "Product.h"
@@ -20,10 +21,11 @@ constexpr const char* _footer = R"(Examples:
   tavqz --root tests/machines/NAME report
 
 Exit status: 0 success; 1 the module or the server failed or refused, or writing
-failed; 2 wrong usage; 3 get found no such instance.)";
+failed; 2 wrong usage; 3 there is no such instance.)";
 
 constexpr const char* _setFooter =
-    R"(Values: numbers in decimal; true or false; dates as 2027-01-31, in ISO 8601 with
+    R"(A path names the instance where a class has several.
+Values: numbers in decimal; true or false; dates as 2027-01-31, in ISO 8601 with
 a time, or in the 25-character CIM form. An empty value clears a date or a text.
 Writes nothing on success.
 
@@ -31,21 +33,36 @@ Examples:
   tavqz set TAVIRA_Lease EndDate=2027-01-31 Lessor="Acme" Buyout=1200
   tavqz set TAVIRA_Warranty EndDate=)";
 
-void _addGlobalOptions(CLI::App& app, Request& request) {
-    app.add_option("--format", request.format, "How to write the result")
-        ->check(CLI::IsMember({"table", "json", "csv", "mof"}))
-        ->capture_default_str();
-    app.add_option("--root", request.root, "Ask the machine whose files lie under this folder")
-        ->envname("TAVQZ_HOST_ROOT")
+void _addMachineOptions(CLI::App& app, Request& request) {
+    app.add_option("--root", request.root,
+                   "Ask the machine whose files lie under this folder; else TAVQZ_HOST_ROOT says")
         ->type_name("DIR");
-    app.add_option("--data-dir", request.dataFolder, "The folder of the asset data")
-        ->envname("TAVQZ_DATA_DIR")
+    app.add_option("--data-dir", request.dataFolder,
+                   "The folder of the asset data; else TAVQZ_DATA_DIR says")
         ->type_name("DIR");
     app.add_option("--module", request.moduleFile, "The provider module to load")
         ->type_name("FILE");
     app.add_option("--schema", request.schemaFolder, "The folder of the model's MOF files")
         ->type_name("DIR");
+}
+
+void _addGlobalOptions(CLI::App& app, Request& request) {
+    app.add_option("--format", request.format, "How to write the result")
+        ->check(CLI::IsMember({"table", "json", "csv", "mof"}))
+        ->capture_default_str();
+    _addMachineOptions(app, request);
     app.set_version_flag("--version", "tavqz " + make_string(Product::getVersion()));
+}
+
+std::string _environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+void _readEnvironment(Request& request) {
+    request.root = request.root.empty() ? _environment("TAVQZ_HOST_ROOT") : request.root;
+    request.dataFolder =
+        request.dataFolder.empty() ? _environment("TAVQZ_DATA_DIR") : request.dataFolder;
 }
 
 CLI::App* _addCommand(CLI::App& app, Request& request, Request::Command command, const char* name,
@@ -73,11 +90,23 @@ void _addCommands(CLI::App& app, Request& request) {
                 "get 'TAVIRA_Lease.Identifier=\"TAVIRA|CorvanaAgent|Lease\"'")
         ->add_option("PATH", request.subject, "The instance's path, as \"names\" writes it")
         ->required();
-    CLI::App* set = _addCommand(app, request, Request::Set, "set",
-                                "Change properties of a class's one instance", "");
+    CLI::App* set =
+        _addCommand(app, request, Request::Set, "set", "Change properties of an instance", "");
     set->footer(_setFooter);
-    set->add_option("CLASS", request.subject, "The class")->required();
+    set->add_option("CLASS|PATH", request.subject,
+                    "The class that has one instance, or the instance's path")
+        ->required();
     set->add_option("Property=value", request.assignments, "The properties and their new values")
+        ->required();
+    CLI::App* create = _addCommand(
+        app, request, Request::Create, "create", "Make an instance of a class, and write its path",
+        "create TAVIRA_FRU FRUNumber=39M4 IdentifyingNumber=7 Vendor=Acme");
+    create->add_option("CLASS", request.subject, "The class")->required();
+    create->add_option("Property=value", request.assignments, "The properties, keys included")
+        ->required();
+    _addCommand(app, request, Request::Delete, "delete", "Delete an instance",
+                "delete 'TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\"'")
+        ->add_option("PATH", request.subject, "The instance's path, as \"names\" writes it")
         ->required();
     _addCommand(app, request, Request::Classes, "classes", "Write the classes of the model",
                 "classes --format json");
@@ -94,6 +123,7 @@ ParsedArguments parseArguments(int count, const char* const* arguments) {
     _addCommands(app, result.request);
     try {
         app.parse(count, arguments);
+        _readEnvironment(result.request);
         result.isRequest = true;
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;

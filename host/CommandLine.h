@@ -14,7 +14,7 @@ enum ExitStatus {
     EXIT_OK = 0,
     EXIT_FAILED = 1,     // the module, the server or standard output failed
     EXIT_USAGE = 2,      // what was asked for makes no sense
-    EXIT_NOT_FOUND = 3,  // "get" found no such instance
+    EXIT_NOT_FOUND = 3,  // there is no such instance
 };
 
 // What was asked for makes no sense; the message says what would.
@@ -25,11 +25,11 @@ public:
 
 // What the arguments ask for.
 struct Request {
-    enum Command { Report, List, Names, Get, Set, Classes };
+    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes };
 
     Command command = Report;
-    std::string subject;                   // a class, or the path of "get"
-    std::vector<std::string> assignments;  // of "set", each "Property=value"
+    std::string subject;                   // a class or a path
+    std::vector<std::string> assignments;  // of "set" and "create", each "Property=value"
     std::string format = "table";
     std::string root;  // each empty where it is not given, and as it was written
     std::string dataFolder;

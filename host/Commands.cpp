@@ -79,7 +79,7 @@ private:
     std::map<std::string, std::string> _classesByReason;
 };
 
-CommandResult _report(const Request& request, InProcessServer& server, const Notes& note) {
+CommandResult _report(const Request& request, Operations& server, const Notes& note) {
     std::string text;
     std::vector<CIMInstance> all;
     Failures failures;
@@ -108,34 +108,70 @@ CommandResult _report(const Request& request, InProcessServer& server, const Not
     return {text, failures.isEmpty() ? EXIT_OK : EXIT_FAILED};
 }
 
-CommandResult _get(const Request& request, InProcessServer& server, const Notes& note) {
-    const CIMObjectPath path = _instancePath(request.subject);
-    try {
-        return {_output(request.format)->instances({server.getInstance(path)})};
-    } catch (const CIMException& exception) {
-        if (exception.getCode() != CIM_ERR_NOT_FOUND) {
-            throw;
-        }
-        note(statusText(exception));
-        return {"", EXIT_NOT_FOUND};
+const ClassDeclaration& _declaration(Operations& server, const CIMObjectPath& path) {
+    const String& name = path.getClassName().getString();
+    const ClassDeclaration* declared = server.schema().classes.find(make_string(name));
+    if (!declared) {
+        throw CIMException(CIM_ERR_INVALID_CLASS, name);
     }
+    return *declared;
 }
 
-void _set(const Request& request, InProcessServer& server) {
-    const CIMObjectPath classPath = _classPath(request.subject);
-    const ClassDeclaration* declared = server.schema().classes.find(request.subject);
-    if (!declared) {
-        throw CIMException(CIM_ERR_INVALID_CLASS, classPath.getClassName().getString());
+// The instance that "set" is about: its class has one, or its path is given.
+CIMInstance _current(const CIMObjectPath& target, Operations& server) {
+    if (target.getKeyBindings().size() != 0) {
+        return server.getInstance(target);
     }
-    const std::vector<Assignment> assignments = parseAssignments(*declared, request.assignments);
-    const std::vector<CIMInstance> current = server.enumerateInstances(classPath);
+    const std::vector<CIMInstance> current = server.enumerateInstances(target);
     if (current.size() != 1) {
         throw CIMException(CIM_ERR_FAILED,
-                           make_String(declared->name + " has " + std::to_string(current.size()) +
-                                       " instances, not one"));
+                           target.getClassName().getString() +
+                               make_String(" has " + std::to_string(current.size()) +
+                                           " instances, not one: a path says which is meant"));
     }
-    const CIMInstance modified = modifiedInstance(*declared, current.front(), assignments);
+    return current.front();
+}
+
+void _set(const Request& request, Operations& server) {
+    const bool isClass = request.subject.find_first_of(".:") == std::string::npos;
+    const CIMObjectPath target =
+        isClass ? _classPath(request.subject) : _instancePath(request.subject);
+    const ClassDeclaration& declared = _declaration(server, target);
+    const std::vector<Assignment> assignments = parseAssignments(declared, request.assignments);
+    const CIMInstance modified = modifiedInstance(declared, _current(target, server), assignments);
     server.modifyInstance(modified, propertyNames(modified));
+}
+
+CIMObjectPath _create(const Request& request, Operations& server) {
+    const ClassDeclaration& declared = _declaration(server, _classPath(request.subject));
+    CIMInstance created = createdInstance(declared, request.assignments);
+    created.setPath(_classPath(declared.name));
+    return server.createInstance(created);
+}
+
+CommandResult _run(const Request& request, Operations& server, const Notes& note) {
+    const std::unique_ptr<Output> output = _output(request.format);
+    switch (request.command) {
+        case Request::Report:
+            return _report(request, server, note);
+        case Request::List:
+            return {output->instances(server.enumerateInstances(_classPath(request.subject)))};
+        case Request::Names:
+            return {output->names(server.enumerateInstanceNames(_classPath(request.subject)))};
+        case Request::Get:
+            return {output->instances({server.getInstance(_instancePath(request.subject))})};
+        case Request::Set:
+            _set(request, server);
+            return {};
+        case Request::Create:
+            return {output->names({_create(request, server)})};
+        case Request::Delete:
+            server.deleteInstance(_instancePath(request.subject));
+            return {};
+        case Request::Classes:
+            return {output->classes(server.schema())};
+    }
+    return {};
 }
 
 }  // namespace
@@ -147,24 +183,19 @@ std::string statusText(const CIMException& exception) {
     return message.empty() ? code : code + ": " + message;
 }
 
-CommandResult runCommand(const Request& request, InProcessServer& server, const Notes& note) {
-    const std::unique_ptr<Output> output = _output(request.format);
-    switch (request.command) {
-        case Request::Report:
-            return _report(request, server, note);
-        case Request::List:
-            return {output->instances(server.enumerateInstances(_classPath(request.subject)))};
-        case Request::Names:
-            return {output->names(server.enumerateInstanceNames(_classPath(request.subject)))};
-        case Request::Get:
-            return _get(request, server, note);
-        case Request::Set:
-            _set(request, server);
-            return {};
-        case Request::Classes:
-            return {output->classes(server.schema())};
+CommandResult runCommand(const Request& request, Operations& server, const Notes& note) {
+    try {
+        return _run(request, server, note);
+    } catch (const CIMException& exception) {
+        const bool isAboutOne = request.command == Request::Get ||
+                                request.command == Request::Set ||
+                                request.command == Request::Delete;
+        if (!isAboutOne || exception.getCode() != CIM_ERR_NOT_FOUND) {
+            throw;
+        }
+        note(statusText(exception));
+        return {"", EXIT_NOT_FOUND};
     }
-    return {};
 }
 
 }  // namespace QZ

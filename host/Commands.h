@@ -6,7 +6,7 @@
 #include <string>
 
 #include "CommandLine.h"
-#include "InProcessServer.h"
+#include "Operations.h"
 
 namespace QZ {
 
@@ -20,10 +20,9 @@ struct CommandResult {
 // do without.
 using Notes = std::function<void(const std::string& line)>;
 
-// Carries a request out on a server. Throws UsageError for what the request gets wrong,
-// CIMException for what the server refuses; only that "get" finds nothing is a status of the
-// result.
-CommandResult runCommand(const Request& request, InProcessServer& server, const Notes& note);
+// Carries a request out on a server. Throws UsageError for what the request gets wrong, and what
+// Operations throws; only that there is no instance of that path is a status of the result.
+CommandResult runCommand(const Request& request, Operations& server, const Notes& note);
 
 // "CIM_ERR_NOT_FOUND (6)", with ": " and the exception's message where it has one.
 std::string statusText(const Pegasus::CIMException& exception);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "CimText.h"
+#include "ClassConversion.h"
 #include "HandleBackend.h"
 #include "ResponseCollector.h"
 
@@ -116,6 +117,35 @@ void InProcessServer::modifyInstance(const CIMInstance& modified,
         provider.modifyInstance(_context(), path, modified, false, properties, acknowledgement);
         acknowledgement.check();
     });
+}
+
+CIMObjectPath InProcessServer::createInstance(const CIMInstance& created) {
+    const CIMObjectPath classPath(String(), created.getPath().getNameSpace(),
+                                  created.getClassName());
+    return _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        PathCollector collector;
+        provider.createInstance(_context(), path, created, collector);
+        const std::vector<CIMObjectPath> found = collector.take();
+        return found.empty() ? _keyPath(created, path) : found.front();
+    });
+}
+
+void InProcessServer::deleteInstance(const CIMObjectPath& instancePath) {
+    _ask(instancePath, [](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        Acknowledgement acknowledgement;
+        provider.deleteInstance(_context(), path, acknowledgement);
+        acknowledgement.check();
+    });
+}
+
+// The path that the instance's keys make; `classPath` has its namespace.
+CIMObjectPath InProcessServer::_keyPath(const CIMInstance& instance,
+                                        const CIMObjectPath& classPath) const {
+    const ClassDeclaration* declared =
+        _schema.classes.find(make_string(classPath.getClassName().getString()));
+    CIMObjectPath path = instance.buildPath(makeCimClass(*declared));
+    path.setNameSpace(classPath.getNameSpace());
+    return path;
 }
 
 }  // namespace QZ

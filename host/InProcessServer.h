@@ -2,17 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include <string>
 #include <vector>
 
+#include "Operations.h"
 #include "ProviderTable.h"
-#include "Schema.h"
 
 namespace QZ {
 
@@ -24,25 +21,29 @@ namespace QZ {
 // CIM_ERR_INVALID_NAMESPACE or CIM_ERR_INVALID_CLASS, a class that nobody serves as
 // CIM_ERR_NOT_SUPPORTED. A path without a namespace is one of the model's. Any thread may call,
 // also a provider through its CIMOMHandle while it is asked.
-class InProcessServer {
+class InProcessServer : public Operations {
 public:
     InProcessServer(Schema schema, ProviderTable::Locator locate);
 
-    const Schema& schema() const { return _schema; }
+    const Schema& schema() override { return _schema; }
 
-    std::vector<Pegasus::CIMInstance> enumerateInstances(const Pegasus::CIMObjectPath& classPath);
+    std::vector<Pegasus::CIMInstance> enumerateInstances(
+        const Pegasus::CIMObjectPath& classPath) override;
     std::vector<Pegasus::CIMObjectPath> enumerateInstanceNames(
-        const Pegasus::CIMObjectPath& classPath);
+        const Pegasus::CIMObjectPath& classPath) override;
 
-    // CIM_ERR_NOT_FOUND where the provider delivers none.
-    Pegasus::CIMInstance getInstance(const Pegasus::CIMObjectPath& instancePath);
-
-    // The instance carries its path. Instance and list reach the provider as they are.
+    Pegasus::CIMInstance getInstance(const Pegasus::CIMObjectPath& instancePath) override;
     void modifyInstance(const Pegasus::CIMInstance& modified,
-                        const Pegasus::CIMPropertyList& properties);
+                        const Pegasus::CIMPropertyList& properties) override;
+
+    // Where the provider delivers no path, that of the instance's class and keys.
+    Pegasus::CIMObjectPath createInstance(const Pegasus::CIMInstance& created) override;
+    void deleteInstance(const Pegasus::CIMObjectPath& instancePath) override;
 
 private:
     const ProviderEntry& _entryFor(const Pegasus::CIMObjectPath& path) const;
+    Pegasus::CIMObjectPath _keyPath(const Pegasus::CIMInstance& instance,
+                                    const Pegasus::CIMObjectPath& classPath) const;
     template <class Operation>
     auto _ask(const Pegasus::CIMObjectPath& path, Operation operation);
 

@@ -11,6 +11,7 @@
 #include "CimText.h"
 #include "CommandLine.h"
 #include "Commands.h"
+#include "InProcessServer.h"
 #include "ResultOutput.h"
 #include "TerminalText.h"
 #include "Workplace.h"

@@ -104,3 +104,19 @@ TEST(Assignment, SendsWhatIsReplacedTogetherAlong) {
     EXPECT_EQ(plainText(modified.getProperty(modified.findProperty("Second")).getValue()), "new");
     EXPECT_EQ(propertyNames(modified).toString(), String("U8, Second, First"));
 }
+
+TEST(Assignment, MakesNewInstancesWithTheirKeys) {
+    const CIMInstance created = createdInstance(_settings(), {"id=x", "Fixed=y", "U8=4"});
+    EXPECT_EQ(created.getClassName(), CIMName("TEST_Settings"));
+    ASSERT_EQ(created.getPropertyCount(), 3U);
+    EXPECT_EQ(created.getProperty(0).getName(), CIMName("Id"));
+    EXPECT_EQ(created.getProperty(2).getValue(), CIMValue(Uint8(4)));
+    try {
+        createdInstance(_settings(), {"U8=4"});
+        FAIL() << "without its key";
+    } catch (const UsageError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("TEST_Settings needs its key Id"));
+    }
+    EXPECT_THROW(createdInstance(_settings(), {"Id=x", "ID=y"}), UsageError);
+    EXPECT_THROW(createdInstance(_settings(), {"Id=x", "Absent=y"}), UsageError);
+}

@@ -134,6 +134,41 @@ TEST(InProcessServer, HandsAModificationOnAsItCame) {
                 HasSubstr("without complete()"));
 }
 
+TEST(InProcessServer, CreatesInstances) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment environment("TAVQZ_TEST_MODIFIED", folder.file("created"));
+    TestServer server;
+    CIMInstance settings("TEST_Settings");
+    settings.addProperty(CIMProperty("Id", CIMValue(String("new"))));
+    EXPECT_EQ(server.createInstance(settings).toString(),
+              String("root/tavqz:TEST_Settings.Id=\"one\""))
+        << "as the provider says";
+    EXPECT_EQ(folder.read("created"), "root/tavqz:TEST_Settings\nNULL\nId string new\n");
+
+    CIMInstance several("TEST_Several");
+    several.addProperty(CIMProperty("Name", CIMValue(String("x"))));
+    several.addProperty(CIMProperty("Number", CIMValue(Uint16(9))));
+    EXPECT_EQ(server.createInstance(several).toString(), String("root/tavqz:TEST_Several.Number=9"))
+        << "class and keys where the provider says nothing";
+    EXPECT_THAT(_refusal([&] { server.createInstance(CIMInstance("TEST_ThrowsCim")); }),
+                StartsWith("CIM_ERR_ACCESS_DENIED"));
+    EXPECT_THAT(_refusal([&] { server.createInstance(CIMInstance("TEST_Missing")); }),
+                StartsWith("CIM_ERR_INVALID_CLASS"));
+}
+
+TEST(InProcessServer, DeletesInstances) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment environment("TAVQZ_TEST_MODIFIED", folder.file("deleted"));
+    TestServer server;
+    server.deleteInstance(CIMObjectPath("TEST_Settings.Id=\"one\""));
+    EXPECT_EQ(folder.read("deleted"), "root/tavqz:TEST_Settings.Id=\"one\"\nNULL\n");
+    EXPECT_THAT(
+        _refusal([&] { server.deleteInstance(CIMObjectPath("TEST_Settings.Id=\"missing\"")); }),
+        StartsWith("CIM_ERR_NOT_FOUND"));
+    EXPECT_THAT(_refusal([&] { server.deleteInstance(CIMObjectPath("TEST_Nobody.Id=\"x\"")); }),
+                StartsWith("CIM_ERR_NOT_SUPPORTED"));
+}
+
 TEST(InProcessServer, AnswersProvidersThroughTheirHandle) {
     TestServer server;
     EXPECT_EQ(server.all("TEST_AsksBack").size(), 2U);

@@ -39,7 +39,7 @@ constexpr const char* _pageCommand = R"(\n\.SS ([a-z]+))";
 
 TEST(ManPage, NamesEveryCommandAndNoOther) {
     const Words commands = _matches(runCommandLine({"--help"}).out, _helpCommand);
-    EXPECT_EQ(commands.size(), 6U);
+    EXPECT_GE(commands.size(), 8U);
     EXPECT_EQ(_matches(_manPage(), _pageCommand), commands);
 }
 

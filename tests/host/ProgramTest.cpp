@@ -111,6 +111,42 @@ TEST(Program, SetsWhatIsNamedAndWhatBelongsToIt) {
               "Second string two\n");
 }
 
+TEST(Program, SetsTheInstanceOfAPath) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment file("TAVQZ_TEST_MODIFIED", folder.file("modified"));
+    const CommandRun run = _run({"set", "TEST_Settings.Id=\"one\"", "U8=3"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(folder.read("modified"), StartsWith("root/tavqz:TEST_Settings.Id=\"one\"\nU8, "));
+    const CommandRun missing = _run({"set", "TEST_Settings.Id=\"missing\"", "U8=3"});
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_THAT(missing.err, StartsWith("tavqz: CIM_ERR_NOT_FOUND (6)"));
+}
+
+TEST(Program, CreatesAnInstanceAndWritesItsPath) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment file("TAVQZ_TEST_MODIFIED", folder.file("created"));
+    const CommandRun run = _run({"create", "test_several", "Number=9", "name=a=b"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "root/tavqz:TEST_Several.Number=9\n");
+    EXPECT_EQ(folder.read("created"),
+              "root/tavqz:TEST_Several\nNULL\nNumber uint16 9\nName string a=b\n");
+    EXPECT_EQ(_run({"create", "TEST_Several", "Name=x"}).status, 2) << "without its key";
+    EXPECT_EQ(_run({"create", "TEST_Several", "Number=9", "Number=8"}).status, 2);
+    EXPECT_EQ(_run({"create", "TEST_Several", "Absent=9"}).status, 2);
+    EXPECT_EQ(_run({"create", "TEST_Unheard", "Id=9"}).status, 1);
+}
+
+TEST(Program, DeletesAnInstance) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment file("TAVQZ_TEST_MODIFIED", folder.file("deleted"));
+    const CommandRun run = _run({"delete", "TEST_Settings.Id=\"one\""});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(folder.read("deleted"), "root/tavqz:TEST_Settings.Id=\"one\"\nNULL\n");
+    EXPECT_EQ(_run({"delete", "TEST_Settings.Id=\"missing\""}).status, 3);
+    EXPECT_EQ(_run({"delete", "TEST_Settings"}).status, 2) << "never all of a class";
+}
+
 TEST(Program, RefusesToSetWhereThereIsNotOneInstance) {
     TemporaryFolder schema;
     schema.write("a.mof",

@@ -149,7 +149,6 @@ public:
         handler.complete();
     }
 
-    // Writes what it was sent to the file that TAVQZ_TEST_MODIFIED names.
     void modifyInstance(const OperationContext&, const CIMObjectPath& path,
                         const CIMInstance& instance, const Boolean, const CIMPropertyList& list,
                         ResponseHandler& handler) override {
@@ -159,6 +158,40 @@ public:
         if (name == "NeverCompletes") {
             return handler.processing();
         }
+        _record(path, list, instance);
+    }
+
+    // A path is delivered for "Settings" alone.
+    void createInstance(const OperationContext&, const CIMObjectPath& path,
+                        const CIMInstance& instance, ObjectPathResponseHandler& handler) override {
+        const std::string name =
+            std::string(path.getClassName().getString().getCString()).substr(5);
+        _throw(name);
+        _record(path, CIMPropertyList(), instance);
+        handler.processing();
+        if (name == "Settings") {
+            handler.deliver(_instance(path).getPath());
+        }
+        handler.complete();
+    }
+
+    void deleteInstance(const OperationContext&, const CIMObjectPath& path,
+                        ResponseHandler& handler) override {
+        const std::string name =
+            std::string(path.getClassName().getString().getCString()).substr(5);
+        _throw(name);
+        if (path.getKeyBindings()[0].getValue() == "missing") {
+            throw CIMException(CIM_ERR_NOT_FOUND);
+        }
+        _record(path, CIMPropertyList(), CIMInstance(path.getClassName()));
+        handler.processing();
+        handler.complete();
+    }
+
+private:
+    // Writes what was sent to the file that TAVQZ_TEST_MODIFIED names.
+    static void _record(const CIMObjectPath& path, const CIMPropertyList& list,
+                        const CIMInstance& instance) {
         const char* file = std::getenv("TAVQZ_TEST_MODIFIED");
         std::ofstream stream(file ? file : "");
         stream << path.toString().getCString() << "\n" << list.toString().getCString() << "\n";
@@ -170,15 +203,6 @@ public:
         }
     }
 
-    void createInstance(const OperationContext&, const CIMObjectPath&, const CIMInstance&,
-                        ObjectPathResponseHandler&) override {
-        throw CIMException(CIM_ERR_NOT_SUPPORTED);
-    }
-    void deleteInstance(const OperationContext&, const CIMObjectPath&, ResponseHandler&) override {
-        throw CIMException(CIM_ERR_NOT_SUPPORTED);
-    }
-
-private:
     static void _throw(const std::string& name) {
         if (name == "ThrowsCim") {
             throw CIMException(CIM_ERR_ACCESS_DENIED, "not today");
