@@ -11,7 +11,6 @@
 #include "CimText.h"
 #include "Output.h"
 #include "Report.h"
-#include "Sources.h"
 
 namespace QZ {
 
@@ -98,10 +97,6 @@ CommandResult _report(const Request& request, Operations& server, const Notes& n
         }
     }
     failures.tell(note);
-    // The module has made what it can by now: its data folder, for example.
-    for (const std::string& sentence : missingSources()) {
-        note(sentence);
-    }
     if (request.format != "table") {
         text = _output(request.format)->instances(all);
     }

@@ -13,6 +13,7 @@
 #include "Commands.h"
 #include "InProcessServer.h"
 #include "ResultOutput.h"
+#include "Sources.h"
 #include "TerminalText.h"
 #include "Workplace.h"
 
@@ -34,7 +35,14 @@ CommandResult _carryOut(const Request& request, const Workplace& place) {
         return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
                                         : place.moduleFile;
     });
-    return runCommand(request, server, _say);
+    const CommandResult result = runCommand(request, server, _say);
+    if (request.command == Request::Report) {
+        // The module has made what it can by now: its data folder, for example.
+        for (const std::string& sentence : missingSources()) {
+            _say(sentence);
+        }
+    }
+    return result;
 }
 
 int _run(int count, const char* const* arguments, ResultOutput& output) {

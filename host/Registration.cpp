@@ -44,6 +44,12 @@ void Registration::add(const MofDocument& document) {
     }
 }
 
+void Registration::add(const ProviderEntry& provider, const std::string& nameSpace,
+                       const std::string& className) {
+    _capabilities.push_back({className, {nameSpace}, _providers.size()});
+    _providers.push_back(provider);
+}
+
 void Registration::_addModule(const MofDocument& document, const MofInstance& instance) {
     ProviderEntry entry;
     entry.module = _string(document, instance, "Name");

@@ -25,6 +25,10 @@ public:
     // type, or names nothing that is registered.
     void add(const MofDocument& document);
 
+    // Takes over one class of one namespace as another server has it registered.
+    void add(const ProviderEntry& provider, const std::string& nameSpace,
+             const std::string& className);
+
     // Who answers for the instances of that class in that namespace, names compared ignoring case;
     // null for nobody. Valid as long as the registration.
     const ProviderEntry* instanceProvider(const std::string& nameSpace,

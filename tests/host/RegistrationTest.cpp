@@ -52,6 +52,14 @@ TEST(Registration, FindsWhoServesAClassInANamespace) {
     EXPECT_EQ(registration.instanceProvider("root/a", "E"), nullptr) << "serves indications only";
 }
 
+TEST(Registration, TakesWhatAnotherServerHas) {
+    Registration registration = _read(std::string(_module) + _provider + _capability("C", "2"));
+    registration.add({"N", "", "Q"}, "root/b", "D");
+    EXPECT_EQ(registration.instanceProvider("root/B", "d")->name, "Q");
+    EXPECT_EQ(registration.instanceProvider("root/a", "D"), nullptr);
+    EXPECT_EQ(registration.instanceProvider("root/b", "C")->name, "P");
+}
+
 TEST(Registration, RefusesWhatRefersToNothing) {
     EXPECT_THAT(_refusal(_provider), HasSubstr("module \"M\" is not registered"));
     EXPECT_THAT(_refusal(std::string(_module) + _capability("C", "2")),
