@@ -2,71 +2,60 @@
 # SPDX-License-Identifier: MIT
 """The virtual server's kernel and file system, from Debian's packages and our own build."""
 import hashlib
-import os
 import pathlib
 import re
 import shutil
-import subprocess
 import tempfile
 
+import debian
 from archive import Archive
-
-CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache"), "tavqz-lab")
+from debian import CACHE, Unavailable, run
 
 # Drivers in the order in which they are to be loaded; SCSI disks before SATA ones.
 DRIVERS = ["virtio_pci", "virtio_blk", "virtio_net", "sd_mod", "sg", "virtio_scsi", "ahci",
            "nvme", "ipmi_si", "ipmi_devintf"]
 
-# What is asked beside us inside the guest: packages, their programs and the packages of libraries
-# that a machine with a compiler may lack.
-PEERS = [("dmidecode", "usr/sbin/dmidecode", []),
-         ("lshw", "usr/bin/lshw", []),
-         ("ipmitool", "usr/bin/ipmitool", ["libfreeipmi17", "libreadline8", "libssl3"])]
+# What is asked beside us inside the guest: packages and their programs.
+PEERS = [("dmidecode", "usr/sbin/dmidecode"), ("lshw", "usr/bin/lshw"),
+         ("ipmitool", "usr/bin/ipmitool")]
+
+# The packages of the libraries of all that runs inside, where this machine does not have them.
+PEER_LIBRARIES = ["libfreeipmi17", "libreadline8", "libssl3"]
+LIBRARIES = ["libc6", "libgcc-s1", "libstdc++6", "libtinfo6", "libgcrypt20", "libgpg-error0",
+             "libmd0", "libexpat1", "libicu72", "libpam0g", "libaudit1", "libcap-ng0"]
 
 
-class Unavailable(Exception):
-    """There is no virtual server to be had here, and why."""
+class Libraries:
+    """Finds the shared libraries of programs in folders, the first one that has it."""
 
-
-def run(*command, **options):
-    """What the command writes."""
-    try:
-        return subprocess.run(command, check=True, capture_output=True, text=True, **options).stdout
-    except (OSError, subprocess.SubprocessError) as failure:
-        reason = getattr(failure, "stderr", None) or str(failure)
-        raise Unavailable(f"{' '.join(map(str, command))}: {reason.strip()}") from failure
-
-
-def unpack(package, folder):
-    """Unpacks a package into a folder of its own below this one; nothing is installed."""
-    place = folder / package
-    if not place.exists():
-        place.mkdir()
-        run("apt-get", "-o", "Acquire::Retries=1", "-o", "Acquire::http::Timeout=20", "download",
-            package, cwd=place, timeout=300)
-        run("dpkg-deb", "-x", next(place.glob("*.deb")), place)
-    return place
-
-
-def libraries(program, folders=()):
-    """The paths of the shared libraries of a program, its loader included. Libraries of the folders
-    come first."""
-    environment = dict(os.environ, LD_LIBRARY_PATH=":".join(map(str, folders)))
-    linked = run("ldd", program, env=environment)
-    missing = re.search(r"(\S+) => not found", linked)
-    if missing:
-        raise Unavailable(f"{program} needs {missing.group(1)}")
-    return re.findall(r"(/\S+) \(0x", linked)
-
-
-def add_program(archive, path, program, folders=()):
-    """Adds a program, and its libraries where it looks for them."""
-    archive.add_file(path, program)
-    for library in libraries(program, folders):
-        place = library
+    def __init__(self, architecture, folders):
+        self._place = f"usr/lib/{architecture.libraries}"
+        self._found = {}
         for folder in folders:
-            place = place.replace(str(folder), f"/usr/lib/{folder.name}")
-        archive.add_file(place, library)
+            for path in sorted(pathlib.Path(folder).glob("*.so*")):
+                self._found.setdefault(path.name, path)
+
+    def add_program(self, archive, path, program):
+        """Adds a program, the libraries that it needs and the loader that it asks for."""
+        archive.add_file(path, program)
+        loader = re.search(r"program interpreter: (\S+)\]", run("readelf", "-lW", program))
+        if loader:
+            archive.add_file(loader.group(1), self._find(program, pathlib.Path(loader.group(1)).name))
+        pending = [program]
+        done = set()
+        while pending:
+            needing = pending.pop()
+            for name in re.findall(r"\(NEEDED\).*\[(.+)\]", run("readelf", "-dW", needing)):
+                if name not in done:
+                    done.add(name)
+                    library = self._find(needing, name)
+                    archive.add_file(f"{self._place}/{name}", library)
+                    pending.append(library)
+
+    def _find(self, program, name):
+        if name not in self._found:
+            raise Unavailable(f"{program} needs {name}")
+        return self._found[name]
 
 
 def modules(kernel):
@@ -88,56 +77,77 @@ def modules(kernel):
     return order
 
 
-def prepare(kernel_package, folder):
-    """Makes the kernel and what is the same for every build: drivers, a shell and the peers."""
+def prepare(packages, architecture, kernel_package, folder):
+    """Makes the kernel and what is the same for every build: drivers, a shell, the peers, and the
+    libraries that a build for another architecture than this machine's may need."""
     with tempfile.TemporaryDirectory(dir=CACHE) as temporary:
-        packages = pathlib.Path(temporary)
-        kernel = unpack(kernel_package, packages)
+        work = pathlib.Path(temporary)
+        ready = work / "ready"
+        shared = ready / "lib"
+        shared.mkdir(parents=True)
+        for name in PEER_LIBRARIES + ([] if packages.is_native else LIBRARIES):
+            for library in packages.unpack(name, work).glob(f"**/{architecture.libraries}/*.so*"):
+                shutil.copy(library, shared)
+        libraries = Libraries(architecture, library_folders(packages, architecture, ready))
+        kernel = packages.unpack(kernel_package, work)
         archive = Archive()
         for module in modules(kernel):
             archive.add_file(f"modules/{module.name}", module)
         order = "".join(f"{module.name}\n" for module in modules(kernel))
         archive.add("modules/order", order.encode())
-        archive.add_file("bin/busybox", unpack("busybox-static", packages) / "bin/busybox")
-        for package, program, needed in PEERS:
-            folders = [place for name in needed
-                       for place in unpack(name, packages).glob("**/*-linux-gnu") if place.is_dir()]
-            add_program(archive, program, unpack(package, packages) / program, folders)
-        ready = packages / "ready"
-        ready.mkdir()
+        archive.add_file("bin/busybox", packages.unpack("busybox-static", work) / "bin/busybox")
+        for package, program in PEERS:
+            libraries.add_program(archive, program, packages.unpack(package, work) / program)
         shutil.copy(next(kernel.glob("boot/vmlinuz-*")), ready / "vmlinuz")
         (ready / "base.cpio").write_bytes(archive.build())
         if not folder.exists():
             ready.rename(folder)
 
 
-def base():
-    """The folder of "vmlinuz" and "base.cpio", made once for each kernel and each state of this
-    file. What was made before does where Debian's archive is out of reach."""
-    CACHE.mkdir(parents=True, exist_ok=True)
-    state = hashlib.sha256(pathlib.Path(__file__).read_bytes()).hexdigest()[:16]
-    try:
-        newest = re.search(r"Depends: (linux-image-\S+)",
-                           run("apt-cache", "depends", "linux-image-amd64"))
-        if not newest:
-            raise Unavailable("linux-image-amd64: no such package")
-        folder = CACHE / f"{newest.group(1)}-{state}"
-        if not folder.exists():
-            prepare(newest.group(1), folder)
-        return folder
-    except Unavailable:
-        made = sorted(CACHE.glob(f"linux-image-*-{state}"))
-        if not made:
-            raise
-        return made[-1]
+def library_folders(packages, architecture, base):
+    own = [f"/lib/{architecture.libraries}", f"/usr/lib/{architecture.libraries}", "/lib64"]
+    return (own if packages.is_native else []) + [base / "lib"]
 
 
-def product(build, source):
-    """Our command, module and model as they were built, and what the guest does with them."""
-    archive = Archive()
-    for file in ("bin/tavqz", "lib/libAssetIDProvider.so"):
-        add_program(archive, f"opt/tavqz/{file}", build / file)
-    archive.add_tree("opt/tavqz/share/tavqz/schema", source / "schema")
-    archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")
-    archive.add("init", (source / "lab/guest-init").read_bytes(), 0o755)
-    return archive
+class Image:
+    """The kernel and the file system, but for what is built here. Made once for each kernel and each
+    state of this file; what was made before does where Debian's archive is out of reach."""
+
+    def __init__(self, architecture):
+        CACHE.mkdir(parents=True, exist_ok=True)
+        self._architecture = architecture
+        self._packages = debian.Archive(architecture)
+        state = hashlib.sha256(pathlib.Path(__file__).read_bytes()).hexdigest()[:16]
+        state = f"{architecture.name}-{state}"
+        try:
+            newest = [name for name in self._packages.dependencies(architecture.kernel)
+                      if name.startswith("linux-image-")]
+            if not newest:
+                raise Unavailable(f"{architecture.kernel}: no such package")
+            self._folder = CACHE / f"{newest[0]}-{state}"
+            if not self._folder.exists():
+                prepare(self._packages, architecture, newest[0], self._folder)
+        except Unavailable:
+            made = sorted(CACHE.glob(f"linux-image-*-{state}"))
+            if not made:
+                raise
+            self._folder = made[-1]
+        self.kernel = self._folder / "vmlinuz"
+
+    def file_system(self, build, source, settings):
+        """With our command, module and model as they were built, and the guest's settings: files by
+        their names."""
+        if not (build / "bin/tavqz").exists():
+            raise Unavailable(f"{build / 'bin/tavqz'}: not built")
+        libraries = Libraries(self._architecture,
+                              [build / "lib", *library_folders(self._packages, self._architecture,
+                                                               self._folder)])
+        archive = Archive()
+        for file in ("bin/tavqz", "lib/libAssetIDProvider.so"):
+            libraries.add_program(archive, f"opt/tavqz/{file}", build / file)
+        archive.add_tree("opt/tavqz/share/tavqz/schema", source / "schema")
+        archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")
+        archive.add("init", (source / "lab/guest-init").read_bytes(), 0o755)
+        for name, text in settings.items():
+            archive.add(name, text.encode())
+        return (self._folder / "base.cpio").read_bytes() + archive.build()

@@ -7,7 +7,7 @@ import subprocess
 import tarfile
 
 import machine
-from image import Unavailable
+from debian import Unavailable
 
 MEGABYTE = 1 << 20
 
@@ -17,11 +17,11 @@ def quoted(value):
     return str(value).replace(",", ",,")
 
 
-def arguments(folder, kernel, initrd):
+def arguments(architecture, folder, kernel, initrd):
     """QEMU's command line for the machine; makes its firmware and disks in the folder."""
     processor = machine.PROCESSOR
-    command = ["qemu-system-x86_64", "-accel", "tcg", "-machine", "q35", "-m", "768",
-               "-cpu", f"qemu64,vendor={processor.manufacturer},"
+    command = [architecture.emulator, "-accel", "tcg", "-machine", "q35", "-m", "768",
+               "-cpu", f"{architecture.processor},vendor={processor.manufacturer},"
                        f"model-id={quoted(processor.model)}",
                "-nodefaults", "-no-user-config", "-no-reboot", "-display", "none",
                "-chardev", "stdio,id=console", "-device", "isa-serial,chardev=console",
@@ -84,7 +84,7 @@ class Answers:
         return int(self.text(f"{name}.run").split()[1]) / 100
 
 
-def ask(folder, kernel, initrd, timeout):
+def ask(architecture, folder, kernel, initrd, timeout):
     """Boots the machine and waits until it has powered itself off; its answers."""
     with (folder / "answers").open("wb") as file:
         file.truncate(16 * MEGABYTE)
@@ -93,11 +93,11 @@ def ask(folder, kernel, initrd, timeout):
         try:
             # Texts of the machine may hold any byte.
             command = [word.encode("utf-8", "surrogateescape")
-                       for word in arguments(folder, kernel, initrd)]
+                       for word in arguments(architecture, folder, kernel, initrd)]
             subprocess.run(command, stdin=subprocess.DEVNULL, stdout=console,
                            stderr=subprocess.STDOUT, timeout=timeout, check=True)
         except OSError as failure:
-            raise Unavailable(f"qemu-system-x86_64: {failure.strerror}") from failure
+            raise Unavailable(f"{architecture.emulator}: {failure.strerror}") from failure
     try:
         return Answers(folder / "answers")
     except tarfile.TarError as failure:
