@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "RegistryText.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "tavqz/AccessHelpers.h"
+
+namespace QZ {
+
+namespace {
+
+constexpr std::string_view ROOT = "[hkey_local_machine";
+constexpr std::string_view STRING_TYPE = "string";
+constexpr std::string_view NUMBER_TYPE = "dword";
+constexpr int NUMBER_DIGITS = 8;
+constexpr std::size_t NPOS = std::string::npos;
+
+bool _standsAt(const std::string& text, std::size_t at, std::string_view what) {
+    return text.compare(at, what.size(), what) == 0;
+}
+
+// Without blanks, tabs and quotes around it.
+std::string_view _bareName(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\"");
+    if (first == text.npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t\"") - first + 1);
+}
+
+}  // namespace
+
+std::string lowerCased(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return result;
+}
+
+RegistryText::RegistryText(std::string text)
+    : _text(std::move(text)),
+      _search(lowerCased(_text)),
+      _lineEnd(_text.find("\r\n") == NPOS ? "\n" : "\r\n") {}
+
+std::string RegistryText::header(std::string_view key) {
+    return std::string(ROOT).append("\\").append(lowerCased(key)).append("]");
+}
+
+bool RegistryText::contains(std::string_view wanted) const {
+    return _search.find(lowerCased(wanted)) != NPOS;
+}
+
+bool RegistryText::_section(std::string_view key, Range& section) const {
+    const std::string wanted = header(key);
+    const std::size_t at = _search.find(wanted);
+    if (at == NPOS) {
+        return false;
+    }
+    section.begin = at + wanted.size();
+    section.end = std::min(_search.find(ROOT, section.begin), _search.size());
+    return true;
+}
+
+RegistryValue RegistryText::find(std::string_view key, std::string_view valueName) const {
+    RegistryValue value;
+    Range section{};
+    if (!_section(key, section)) {
+        return value;
+    }
+    const std::string name = lowerCased(valueName);
+    const std::size_t at = _search.find(name, section.begin);
+    if (at == NPOS || at + name.size() > section.end) {
+        return value;
+    }
+    const std::size_t sign = _search.find('=', at + name.size());
+    if (sign == NPOS) {
+        return value;
+    }
+    if (_standsAt(_search, sign + 1, STRING_TYPE)) {
+        const std::size_t open = _search.find('&', sign);
+        const std::size_t close = open == NPOS ? NPOS : _search.find('&', open + 1);
+        if (close != NPOS) {
+            value.kind = RegistryValue::Text;
+            value.text = _search.substr(open + 1, close - open - 1);
+        }
+    } else if (_standsAt(_search, sign + 1, NUMBER_TYPE)) {
+        const std::size_t colon = _search.find(':', sign);
+        if (colon != NPOS) {
+            value.kind = RegistryValue::Number;
+            value.number = std::uint32_t(_httoi(_search.c_str() + colon + 1, NUMBER_DIGITS));
+        }
+    }
+    return value;
+}
+
+// Where the entry ends whose data begin at `data`: behind a text's second "&", which may stand on a
+// later line, else at the end of the line.
+std::size_t RegistryText::_entryEnd(std::size_t data) const {
+    std::size_t at = data;
+    if (_standsAt(_search, data, STRING_TYPE)) {
+        const std::size_t open = _search.find('&', data);
+        const std::size_t close = open == NPOS ? NPOS : _search.find('&', open + 1);
+        at = close == NPOS ? at : close;
+    }
+    return std::min(_search.find_first_of("\r\n", at), _search.size());
+}
+
+bool RegistryText::_entry(const Range& section, std::string_view name, Range& entry) const {
+    const std::string wanted = lowerCased(_bareName(name));
+    std::size_t line = section.begin;
+    while (line < section.end) {
+        const std::size_t sign = _search.find('=', line);
+        std::size_t end = std::min(_search.find_first_of("\r\n", line), section.end);
+        if (sign < end) {
+            end = std::min(_entryEnd(sign + 1), section.end);
+            const auto found = std::string_view(_search).substr(line, sign - line);
+            if (_bareName(found) == wanted) {
+                entry = {line, end};
+                return true;
+            }
+        }
+        line = std::max(end, line) + 1;
+    }
+    return false;
+}
+
+void RegistryText::_replace(const Range& range, const std::string& with) {
+    _text.replace(range.begin, range.end - range.begin, with);
+    _search.replace(range.begin, range.end - range.begin, lowerCased(with));
+}
+
+void RegistryText::set(std::string_view key, std::string_view name, std::string_view data) {
+    const std::string entry = std::string(name).append("=").append(data);
+    Range section{};
+    if (!_section(key, section)) {
+        const bool openLine = !_text.empty() && _text.back() != '\n';
+        const std::size_t end = _text.size();
+        _replace({end, end},
+                 (openLine ? _lineEnd : "") + header(key) + _lineEnd + entry + _lineEnd);
+        return;
+    }
+    Range old{};
+    if (_entry(section, name, old)) {
+        _replace(old, entry);
+        return;
+    }
+    // Behind the section's last entry, before the blank lines that part it from the next.
+    std::size_t last = _search.find_last_not_of(" \t\r\n", section.end - 1);
+    last = std::max(last + 1, section.begin);
+    _replace({last, last}, _lineEnd + entry);
+    if (_text.back() != '\n') {
+        _replace({_text.size(), _text.size()}, _lineEnd);
+    }
+}
+
+}  // namespace QZ
