@@ -13,11 +13,6 @@ namespace {
 
 constexpr std::uint32_t _replyLength = 1024;
 
-// SPC-4, 6.6.1: INQUIRY asks for up to 255 bytes, of the standard data or of one page.
-using Command = unsigned char[6];
-constexpr Command _standardInquiry = {0x12, 0, 0, 0, 0xFF, 0};
-constexpr Command _serialNumberInquiry = {0x12, 1, 0x80, 0, 0xFF, 0};
-
 // The page's own length, and where its text starts.
 constexpr std::size_t _pageLengthOffset = 3;
 constexpr std::size_t _pageTextOffset = 4;
@@ -27,7 +22,7 @@ constexpr std::size_t _longestSerialNumber = 79;
 constexpr int _diskCount = 26;
 
 // The disk's reply is in the request's data. The disk is closed again.
-bool _ask(int index, const Command& command, ScsiRequest& request) {
+bool _ask(int index, const ScsiCommand& command, ScsiRequest& request) {
     // Unsigned, for any index may come: what is no letter is no disk.
     const auto letter = static_cast<char>('a' + static_cast<unsigned>(index));
     const auto disk = ScsiTransport::current().open(MachinePaths::scsiDisk(letter));
@@ -48,7 +43,7 @@ std::string _text(const unsigned char* field, std::size_t width) {
 
 int getSCSIManufacturerModel(int index, std::string& manufacturer, std::string& model) {
     ScsiRequest request;
-    if (!_ask(index, _standardInquiry, request)) {
+    if (!_ask(index, ScsiStandardInquiry, request)) {
         return 0;
     }
     manufacturer = _text(request.data + 8, 8);
@@ -73,7 +68,7 @@ bool decodeSerialNumberPage(const unsigned char* page, std::size_t size, std::st
 
 int getSCSISerialNumber(int index, std::string& serial) {
     ScsiRequest request;
-    return _ask(index, _serialNumberInquiry, request) &&
+    return _ask(index, ScsiSerialNumberInquiry, request) &&
                    decodeSerialNumberPage(request.data, _replyLength, serial)
                ? 1
                : 0;

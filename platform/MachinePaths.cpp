@@ -13,15 +13,14 @@ std::string environment(const char* name) {
     return value != nullptr ? value : "";
 }
 
-// The root without its last slash: empty for this machine.
-std::string root() {
+}  // namespace
+
+std::string MachinePaths::root() {
     std::string folder = environment("TAVQZ_HOST_ROOT");
     while (!folder.empty() && folder.back() == '/')
         folder.pop_back();
     return folder;
 }
-
-}  // namespace
 
 bool MachinePaths::isOtherMachine() {
     return !root().empty();

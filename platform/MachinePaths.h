@@ -14,6 +14,10 @@ public:
     // True while TAVQZ_HOST_ROOT names a folder other than "/".
     static bool isOtherMachine();
 
+    // What stands before every path of the machine's own files: that folder, without a last slash;
+    // empty for "/".
+    static std::string root();
+
     // The SMBIOS entry point and structure table, as the kernel shows them.
     static std::string smbiosEntryPoint();
     static std::string smbiosTable();

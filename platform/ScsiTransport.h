@@ -19,6 +19,12 @@ struct ScsiRequest {
 };
 static_assert(sizeof(ScsiRequest) == 10240);
 
+// What a disk is asked, for up to 255 bytes (SPC-4, 6.6.1): its standard data, and the page of its
+// serial number (vital product data page 80h).
+using ScsiCommand = unsigned char[6];
+inline constexpr ScsiCommand ScsiStandardInquiry = {0x12, 0, 0, 0, 0xFF, 0};
+inline constexpr ScsiCommand ScsiSerialNumberInquiry = {0x12, 1, 0x80, 0, 0xFF, 0};
+
 // A SCSI device held open. Used by one thread at a time.
 class ScsiDevice {
 public:

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace QZ {
+
+// A machine as a folder: contents by path below its root, without a slash in front. A path that
+// ends in a slash is a folder with nothing in it.
+using MachineFiles = std::map<std::string, std::string>;
+
+struct MachineRecord {
+    MachineFiles files;
+    // What is there and could not be read, as sentences for the administrator.
+    std::vector<std::string> problems;
+};
+
+// Everything that this machine (or the one under TAVQZ_HOST_ROOT) is asked for what it is: the
+// files that MachinePaths names and the replies of its SCSI disks, but not our own data. Written
+// to a folder, it answers as the machine does.
+MachineRecord recordMachine();
+
+// Makes the folder, which must be missing or empty. Throws Error.
+void writeMachine(const MachineFiles& files, const std::string& folder);
+
+}  // namespace QZ
