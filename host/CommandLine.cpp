@@ -110,6 +110,13 @@ void _addCommands(CLI::App& app, Request& request) {
         ->required();
     _addCommand(app, request, Request::Classes, "classes", "Write the classes of the model",
                 "classes --format json");
+    CLI::App* capture =
+        _addCommand(app, request, Request::Capture, "capture",
+                    "Record this machine in a folder, for --root", "capture DIR --sanitize");
+    capture->add_option("DIR", request.subject, "The folder, which must be missing or empty")
+        ->required();
+    capture->add_flag("--sanitize", request.isSanitized,
+                      "Replace serial numbers, UUIDs and names by others");
 }
 
 }  // namespace

@@ -165,6 +165,8 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
             return {};
         case Request::Classes:
             return {output->classes(server.schema())};
+        case Request::Capture:
+            break;  // which asks the machine, not a server
     }
     return {};
 }

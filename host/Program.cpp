@@ -5,9 +5,11 @@
 #include <Pegasus/Common/Exception.h>
 
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 
 #include "Assignment.h"
+#include "Capture.h"
 #include "CimText.h"
 #include "CommandLine.h"
 #include "Commands.h"
@@ -56,8 +58,14 @@ int _run(int count, const char* const* arguments, ResultOutput& output) {
         return parsed.status;
     }
     const Workplace place = findWorkplace(parsed.request, executableFolder());
+    const bool isCapture = parsed.request.command == Request::Capture;
+    // Before the working folder is another.
+    const std::string folder =
+        isCapture ? std::filesystem::absolute(parsed.request.subject).string() : std::string();
     enterWorkplace(place);
-    const CommandResult result = _carryOut(parsed.request, place);
+    const CommandResult result = isCapture
+                                     ? captureMachine(folder, parsed.request.isSanitized, _say)
+                                     : _carryOut(parsed.request, place);
     output.write(result.text);
     return result.status;
 }

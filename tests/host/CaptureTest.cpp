@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+
+#include "BuildPaths.h"
+#include "CommandRun.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const std::string _machines = TAVQZ_SOURCE_DIR "/tests/machines/";
+
+// The parts of a machine, and nothing of its own data.
+std::string _parts(const std::string& root) {
+    const TemporaryFolder data;
+    const CommandRun run = runCommandLine({"--root", root, "--data-dir", data.path(), "list",
+                                           "TAVIRA_SerialNumberInformation", "--format", "json"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    return run.out;
+}
+
+}  // namespace
+
+TEST(Capture, MakesAMachineThatAnswersTheSame) {
+    for (const char* name : {"rack-server", "old-server", "damaged-firmware", "hostile-texts"}) {
+        const TemporaryFolder folder;
+        const CommandRun run =
+            runCommandLine({"--root", _machines + name, "capture", folder.file("copy")});
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_THAT(run.out, HasSubstr("sys/firmware/dmi/tables/DMI\n"));
+        EXPECT_EQ(_parts(folder.file("copy")), _parts(_machines + name)) << name;
+    }
+}
+
+TEST(Capture, ReplacesWhatTellsTheMachineFromOthers) {
+    const TemporaryFolder folder;
+    const CommandRun run = runCommandLine(
+        {"--root", _machines + "rack-server", "capture", folder.file("copy"), "--sanitize"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    const std::string parts = _parts(folder.file("copy"));
+    EXPECT_THAT(parts, Not(HasSubstr("EXS2100417")));
+    EXPECT_THAT(parts, HasSubstr("Example Server 2U -[EX2100-7A]-"));
+    EXPECT_THAT(parts, HasSubstr("SCSIDevice2"));
+}
+
+TEST(Capture, LeavesAFolderAloneThatIsNotEmpty) {
+    const TemporaryFolder folder;
+    folder.write("copy/file", "mine");
+    const CommandRun run =
+        runCommandLine({"--root", _machines + "rack-server", "capture", folder.file("copy")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("Directory not empty"));
+    EXPECT_FALSE(folder.contains("copy/etc"));
+}
+
+TEST(Capture, SaysWhatCouldNotBeRead) {
+    const TemporaryFolder folder;
+    folder.write("root/dev/sda", "no disk");
+    folder.write("root/etc/hostname", "node\n");
+    const CommandRun run =
+        runCommandLine({"--root", folder.file("root"), "capture", folder.file("copy")});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "etc/hostname\n");
+    EXPECT_THAT(run.err, HasSubstr("dev/sda"));
+}
