@@ -88,7 +88,8 @@ def part_rows(found, peers):
         yield Row(part.tag, ", ".join(text for text in texts_of(part) if text), cells,
                   cell == SAME and all(other in (SAME, UNKNOWN) for other in cells[1:]))
     for other in rest:
-        yield Row(other.tag, "nothing", (", ".join(texts_of(other)), *[UNKNOWN] * len(peers)), False)
+        cells = (", ".join(texts_of(other)), *[UNKNOWN] * len(peers))
+        yield Row(other.tag, "nothing", cells, False)
 
 
 def order_row(found):
@@ -122,11 +123,11 @@ def ipmitool_value(text, name):
 
 def layout(headings, rows):
     """The rows as lines, columns aligned; one that disagrees is marked."""
-    lines = [(*headings, "")] + [(row.name, row.expected, *row.cells, "" if row.agrees else "WRONG")
-                                 for row in rows]
-    widths = [max(len(printable(line[column])) for line in lines) for column in range(len(lines[0]))]
-    return "\n".join("  ".join(printable(cell).ljust(width) for cell, width in zip(line, widths)).rstrip()
-                     for line in lines)
+    lines = [(*headings, "")]
+    lines += [(row.name, row.expected, *row.cells, "" if row.agrees else "WRONG") for row in rows]
+    lines = [[printable(cell) for cell in line] for line in lines]
+    widths = [max(map(len, column)) for column in zip(*lines)]
+    return "\n".join("  ".join(map(str.ljust, line, widths)).rstrip() for line in lines)
 
 
 def printable(text):

@@ -40,7 +40,8 @@ class Libraries:
         archive.add_file(path, program)
         loader = re.search(r"program interpreter: (\S+)\]", run("readelf", "-lW", program))
         if loader:
-            archive.add_file(loader.group(1), self._find(program, pathlib.Path(loader.group(1)).name))
+            name = pathlib.Path(loader.group(1)).name
+            archive.add_file(loader.group(1), self._find(program, name))
         pending = [program]
         done = set()
         while pending:
@@ -110,7 +111,7 @@ def library_folders(packages, architecture, base):
 
 
 class Image:
-    """The kernel and the file system, but for what is built here. Made once for each kernel and each
+    """The kernel and the file system, but for what is built here. Made once for each kernel and
     state of this file; what was made before does where Debian's archive is out of reach."""
 
     def __init__(self, architecture):
