@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace QZ {
+
+// A request as it came, its body whole.
+struct HttpRequest {
+    std::string method;  // as sent: "POST"
+    std::string target;  // "/cimom"
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+    std::string peer;  // the client's address, without its port
+    std::string user;  // who was authenticated; empty for nobody
+
+    // The first header of that name, ignoring case; null where there is none.
+    const std::string* header(const std::string& name) const;
+};
+
+// Whether two texts differ by no more than the case of ASCII letters, as header names may.
+bool sameHeader(const std::string& left, const std::string& right);
+
+}  // namespace QZ

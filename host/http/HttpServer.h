@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "HttpReply.h"
+#include "HttpRequest.h"
+
+namespace QZ {
+
+// What a server allows. Deadlines are absolute: a client cannot push them by sending a byte.
+struct HttpLimits {
+    std::chrono::milliseconds idle{60'000};     // until a request's first byte
+    std::chrono::milliseconds header{10'000};   // from there until its header is in
+    std::chrono::milliseconds body{30'000};     // from there until its body is in
+    std::chrono::milliseconds answer{60'000};   // until the one who answers is back
+    std::chrono::milliseconds sending{30'000};  // for the client to take a part of the answer
+    std::size_t headerBytes = 16 * 1024;
+    std::size_t bodyBytes = 4 * 1024 * 1024;
+    std::size_t connections = 256;
+    std::size_t workers = 16;      // requests that are answered at once
+    std::size_t waiting = 256;     // requests that wait for a worker
+    std::size_t lostWorkers = 64;  // workers that are late and may never come back
+};
+
+// What became of a request, for a log.
+struct HttpLogRecord {
+    std::string peer;
+    std::string user;
+    std::string method;
+    std::string target;
+    std::string text;  // what HttpReply::setLogText said
+    int status = 0;
+    std::size_t bytes = 0;  // of the body sent
+    std::chrono::microseconds time{0};
+};
+
+struct HttpServerOptions {
+    std::string address = "127.0.0.1";
+    std::uint16_t port = 0;  // 0: any that is free
+    HttpLimits limits;
+    std::string realm = "tavqz";
+    // Whether that is the user's password; none: nobody is asked for one. May take its time.
+    std::function<bool(const std::string& user, const std::string& password)> authenticate;
+    std::function<void(const HttpLogRecord&)> log;
+};
+
+// An HTTP/1.1 server (also for clients of 1.0): POST and M-POST, keep-alive, chunks both ways,
+// Basic authentication. Each request is answered by the handler, on one of several threads; one
+// that does not come back in time costs its client an error and the server that thread, which is
+// replaced.
+class HttpServer {
+public:
+    using Handler = std::function<void(const HttpRequest& request, HttpReply& reply)>;
+
+    // Listens. What the handler throws is answered with status 500. Throws Error where the address
+    // cannot be had.
+    HttpServer(HttpServerOptions options, Handler handler);
+
+    // As stop, with no time left.
+    ~HttpServer();
+
+    std::uint16_t port() const;
+
+    // Threads that did not come back in time, and have not since.
+    std::size_t lostWorkers() const;
+
+    // Takes no connection any more and waits for the requests that are being answered. False where
+    // some were not when the time was over: their threads still run what belongs to the handler, so
+    // that the process must end without taking that apart.
+    bool stop(std::chrono::milliseconds time);
+
+private:
+    class Core;
+    std::shared_ptr<Core> _core;
+};
+
+}  // namespace QZ

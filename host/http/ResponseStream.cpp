@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "ResponseStream.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+namespace QZ {
+
+namespace {
+
+// What is kept back before an answer begins, and the size of its chunks.
+constexpr std::size_t CHUNK = std::size_t(64) * 1024;
+// What may wait for a slow client before the one who answers waits, too.
+constexpr std::size_t MAX_PENDING = 4 * CHUNK;
+
+const char* _reason(int status) {
+    switch (status) {
+        case 200:
+            return "OK";
+        case 400:
+            return "Bad Request";
+        case 401:
+            return "Unauthorized";
+        case 403:
+            return "Forbidden";
+        case 404:
+            return "Not Found";
+        case 405:
+            return "Method Not Allowed";
+        case 408:
+            return "Request Timeout";
+        case 413:
+            return "Content Too Large";
+        case 415:
+            return "Unsupported Media Type";
+        case 431:
+            return "Request Header Fields Too Large";
+        case 500:
+            return "Internal Server Error";
+        case 501:
+            return "Not Implemented";
+        case 503:
+            return "Service Unavailable";
+        case 510:
+            return "Not Extended";
+        default:
+            return "Other";
+    }
+}
+
+std::string _date() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    char text[64];
+    const std::size_t length =
+        std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", &parts);
+    return std::string(text, length);
+}
+
+std::string _head(const HttpAnswer& answer, const ResponseStream::Form& form,
+                  const std::string& framing) {
+    std::string head = form.isHttp11 ? "HTTP/1.1 " : "HTTP/1.0 ";
+    head.append(std::to_string(answer.status)).append(" ").append(_reason(answer.status));
+    head.append("\r\nDate: ").append(_date()).append("\r\n");
+    for (const auto& [name, value] : answer.headers) {
+        head.append(name).append(": ");
+        for (const char c : value) {
+            // A header ends with its line, whatever is in its text.
+            head += c == '\r' || c == '\n' || c == '\0' ? ' ' : c;
+        }
+        head.append("\r\n");
+    }
+    head.append(framing);
+    if (!form.keepsAlive) {
+        head.append("Connection: close\r\n");
+    } else if (!form.isHttp11) {
+        head.append("Connection: keep-alive\r\n");
+    }
+    return head.append("\r\n");
+}
+
+std::string _chunk(const std::string& bytes) {
+    char size[20];
+    const int length = std::snprintf(size, sizeof size, "%zx\r\n", bytes.size());
+    return std::string(size, std::size_t(length)).append(bytes).append("\r\n");
+}
+
+}  // namespace
+
+ResponseStream::ResponseStream(Form form, Send send) : _form(form), _send(std::move(send)) {}
+
+std::string ResponseStream::assemble(const HttpAnswer& answer, const Form& form) {
+    return _head(answer, form, "Content-Length: " + std::to_string(answer.body.size()) + "\r\n") +
+           answer.body;
+}
+
+void ResponseStream::setStatus(int status) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _answer.status = status;
+}
+
+void ResponseStream::addHeader(const std::string& name, const std::string& value) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _answer.headers.emplace_back(name, value);
+}
+
+void ResponseStream::setLateAnswer(std::function<HttpAnswer()> make) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _late = std::move(make);
+}
+
+void ResponseStream::setLogText(const std::string& text) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _logText = text;
+}
+
+bool ResponseStream::isStarted() const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _isStarted;
+}
+
+void ResponseStream::write(std::string_view bytes) {
+    std::unique_lock<std::mutex> lock(_mutex);
+    if (_isCut || _isGone) {
+        throw Disconnected("The client does not take the answer any more");
+    }
+    _answer.body.append(bytes);
+    _bodyBytes += bytes.size();
+    if (_answer.body.size() > CHUNK) {
+        _start();
+        _sendChunk(lock);
+    }
+}
+
+void ResponseStream::_start() {
+    if (_isStarted) {
+        return;
+    }
+    _isStarted = true;
+    if (!_form.isHttp11) {
+        _form.keepsAlive = false;
+    }
+    std::string framing;
+    if (_form.isHttp11) {
+        framing = "Transfer-Encoding: chunked\r\n";
+        framing += _form.acceptsTrailers
+                       ? "Trailer: CIMError, CIMStatusCode, CIMStatusCodeDescription\r\n"
+                       : "";
+    }
+    const std::string head = _head(_answer, _form, framing);
+    _pending += head.size();
+    _send(head, MoreFollows);
+}
+
+void ResponseStream::_sendChunk(std::unique_lock<std::mutex>& lock) {
+    std::string bytes = _form.isHttp11 ? _chunk(_answer.body) : std::move(_answer.body);
+    _answer.body.clear();
+    _pending += bytes.size();
+    _send(std::move(bytes), MoreFollows);
+    _sent.wait(lock, [this] { return _isGone || _pending < MAX_PENDING; });
+}
+
+void ResponseStream::discard(const HttpHeaders& trailers) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _bodyBytes -= _answer.body.size();
+    _answer.body.clear();
+    if (!_isStarted || _isCut || _isGone) {
+        return;
+    }
+    _isCut = true;
+    if (!_form.isHttp11 || !_form.acceptsTrailers) {
+        _send(std::string(), Abort);
+        return;
+    }
+    std::string end = "0\r\n";
+    for (const auto& [name, value] : trailers) {
+        end.append(name).append(": ").append(value).append("\r\n");
+    }
+    _send(end + "\r\n", CloseBehind);
+}
+
+void ResponseStream::finish() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _isFinished = true;
+    if (_isCut || _isGone) {
+        return;
+    }
+    if (!_isStarted) {
+        _isStarted = true;
+        _send(assemble(_answer, _form), _end());
+    } else if (_form.isHttp11) {
+        _send((_answer.body.empty() ? "" : _chunk(_answer.body)) + "0\r\n\r\n", _end());
+    } else {
+        _send(std::move(_answer.body), CloseBehind);
+    }
+}
+
+void ResponseStream::onSent(std::size_t bytes) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _pending -= std::min(bytes, _pending);
+    _sent.notify_all();
+}
+
+void ResponseStream::onGone() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _isGone = true;
+    _sent.notify_all();
+}
+
+bool ResponseStream::expire() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    if (_isFinished || _isGone) {
+        return false;
+    }
+    _isGone = true;
+    _sent.notify_all();
+    if (_isStarted) {
+        _send(std::string(), Abort);
+        return true;
+    }
+    _isStarted = true;
+    _answer = _late ? _late() : HttpAnswer{503, {}, {}};
+    _form.keepsAlive = false;
+    _bodyBytes = _answer.body.size();
+    _send(assemble(_answer, _form), CloseBehind);
+    return true;
+}
+
+ResponseStream::Summary ResponseStream::summary() const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return {_answer.status, _bodyBytes, _logText};
+}
+
+}  // namespace QZ
