@@ -68,6 +68,8 @@ const Promise _promises[] = {
      [](const Results& r) { return r.at("EnumerateLease") - r.at("EnumerateNothing"); }},
     {"a modification against a bare replacement", "times", 1.3,
      [](const Results& r) { return r.at("ModifyLease/ratio"); }},
+    {"the parts of a machine against bare system calls", "times", 3,
+     [](const Results& r) { return r.at("EnumerateParts/ratio"); }},
     {"decoding 200 SMBIOS structures", "us", 20,
      [](const Results& r) { return r.at("SmBiosDecode200Structures"); }},
 };
