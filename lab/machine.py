@@ -35,6 +35,9 @@ FIRMWARE_PARTS = [
 ] + [Part(f"Memory{i}", "Example Memory" if i < 4 else "Sample Modules", "", f"5A3C10{i}0")
      for i in range(8)]
 
+# What the firmware has around the serial number of a part, for us to take off.
+AROUND_SERIAL = {"Memory7": (" ", "\t")}
+
 PROCESSOR = Part("Processor0", "GenuineIntel", "Example Processor 6316 @ 2.40GHz")
 
 # As people write it; the firmware stores it with the bytes of its first three groups reversed.
@@ -48,7 +51,7 @@ CLASSES = {
     "TAVIRA_ComputerSystemDetails": 1,
     "TAVIRA_Lease": 1,
     "TAVIRA_Warranty": 1,
-    "TAVIRA_SerialNumberInformation": 17,
+    "TAVIRA_SerialNumberInformation": 19,
     "TAVIRA_VigilComponentVPD": 0,
     "TAVIRA_VigilMachineLevelVPD": 0,
     "TAVIRA_VigilManagementProcessorVPD": 0,
@@ -57,6 +60,22 @@ CLASSES = {
     "TAVIRA_VigilWatchdog": 0,
     "TAVIRA_VigilSystemState": 0,
 }
+
+# The monitor's model is the one before "Generic"; the end of its section is not the indented one.
+X_SERVER = """\
+Section "Monitor"
+\tIdentifier "EX 17s"
+\tModelName "Generic monitor"
+\tEndSection
+\tVendorName "Example Displays"
+EndSection
+Section "Device"
+Identifier   "Example Graphics 8"
+VendorName   "Unknown"
+EndSection
+"""
+DISPLAY = [Part("Monitor0", '"Example Displays"', '"EX 17s"'),
+           Part("VideoCard0", "", '"Example Graphics 8"')]
 
 DISKS = [
     Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "EX600-15K", "serial": "6SJ0041A"},
@@ -103,7 +122,7 @@ FRU_TEXTS = [
 
 def expected_parts():
     """All parts in the order of the list; the disks' order among themselves is the kernel's."""
-    return FIRMWARE_PARTS + [PROCESSOR] + [disk.seen for disk in DISKS if disk.seen]
+    return FIRMWARE_PARTS + [PROCESSOR] + DISPLAY + [disk.seen for disk in DISKS if disk.seen]
 
 
 def firmware_structures():
@@ -112,6 +131,8 @@ def firmware_structures():
              "SystemEnclosure": firmware.enclosure, "Memory": firmware.memory}
     # Handle 0 is of the BIOS structure, which the emulated firmware adds.
     for handle, part in enumerate(FIRMWARE_PARTS, 1):
+        before, behind = AROUND_SERIAL.get(part.tag, ("", ""))
+        part = dataclasses.replace(part, serial=before + part.serial + behind)
         yield build[part.tag.rstrip("0123456789")](handle, part, SYSTEM_UUID)
 
 
