@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "XmlTree.h"
+
+#include <expat.h>
+
+#include <limits>
+#include <memory>
+
+#include "MofSyntax.h"
+
+namespace QZ {
+
+namespace {
+
+struct FreeParser {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+
+// What expat tells, put together. The tree is built from the inside: `_open` holds the elements
+// that have not ended, and an element goes to its parent when it ends.
+class TreeBuilder {
+public:
+    explicit TreeBuilder(const XmlLimits& limits)
+        : _limits(limits), _parser(XML_ParserCreate(nullptr)) {
+        if (!_parser) {
+            throw std::bad_alloc();
+        }
+        XML_SetUserData(_parser.get(), this);
+        XML_SetElementHandler(_parser.get(), &_onStart, &_onEnd);
+        XML_SetCharacterDataHandler(_parser.get(), &_onText);
+        XML_SetXmlDeclHandler(_parser.get(), &_onDeclaration);
+        XML_SetStartDoctypeDeclHandler(_parser.get(), &_onDoctype);
+        XML_SetSkippedEntityHandler(_parser.get(), &_onSkippedEntity);
+    }
+
+    XmlElement parse(std::string_view document) {
+        if (document.size() > std::size_t(std::numeric_limits<int>::max())) {
+            throw XmlError("the document is too long");
+        }
+        // Without a declaration expat would take these for UTF-16.
+        if (document.substr(0, 2) == "\xFE\xFF" || document.substr(0, 2) == "\xFF\xFE") {
+            throw XmlError("UTF-16: write it in UTF-8");
+        }
+        if (XML_Parse(_parser.get(), document.data(), int(document.size()), XML_TRUE) !=
+            XML_STATUS_OK) {
+            _fail();
+        }
+        return std::move(_root);
+    }
+
+private:
+    [[noreturn]] void _fail() const {
+        const char* const what =
+            _refusal ? _refusal : XML_ErrorString(XML_GetErrorCode(_parser.get()));
+        throw XmlError(std::string(what) + ", in line " +
+                       std::to_string(XML_GetCurrentLineNumber(_parser.get())));
+    }
+
+    void _refuse(const char* why) {
+        _refusal = why;
+        XML_StopParser(_parser.get(), XML_FALSE);
+    }
+
+    static TreeBuilder& _self(void* data) { return *static_cast<TreeBuilder*>(data); }
+
+    static void _onStart(void* data, const XML_Char* name, const XML_Char** attributes) {
+        TreeBuilder& self = _self(data);
+        if (self._refusal) {
+            return;
+        }
+        XmlElement element;
+        element.name = name;
+        for (const XML_Char** at = attributes; *at; at += 2) {
+            element.attributes.emplace_back(at[0], at[1]);
+        }
+        self._nodes += 1 + element.attributes.size();
+        if (self._open.size() >= self._limits.depth) {
+            return self._refuse("elements are nested too deeply");
+        }
+        if (self._nodes > self._limits.nodes) {
+            return self._refuse("there are too many elements and attributes");
+        }
+        self._open.push_back(std::move(element));
+    }
+
+    static void _onEnd(void* data, const XML_Char* /*name*/) {
+        TreeBuilder& self = _self(data);
+        if (self._refusal) {
+            return;
+        }
+        XmlElement element = std::move(self._open.back());
+        self._open.pop_back();
+        if (self._open.empty()) {
+            self._root = std::move(element);
+        } else {
+            self._open.back().children.push_back(std::move(element));
+        }
+    }
+
+    static void _onText(void* data, const XML_Char* text, int length) {
+        TreeBuilder& self = _self(data);
+        if (!self._open.empty()) {
+            self._open.back().text.append(text, std::size_t(length));
+        }
+    }
+
+    static void _onDeclaration(void* data, const XML_Char* /*version*/, const XML_Char* encoding,
+                               int /*standalone*/) {
+        if (encoding && !sameName(encoding, "UTF-8") && !sameName(encoding, "US-ASCII")) {
+            _self(data)._refuse("the encoding is neither UTF-8 nor US-ASCII");
+        }
+    }
+
+    static void _onDoctype(void* data, const XML_Char* /*name*/, const XML_Char* /*systemId*/,
+                           const XML_Char* /*publicId*/, int hasInternalSubset) {
+        if (hasInternalSubset) {
+            _self(data)._refuse("declarations inside the document are not taken");
+        }
+    }
+
+    static void _onSkippedEntity(void* data, const XML_Char* /*name*/, int /*isParameter*/) {
+        _self(data)._refuse("an entity that XML does not define itself");
+    }
+
+    const XmlLimits& _limits;
+    std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> _parser;
+    std::vector<XmlElement> _open;
+    XmlElement _root;
+    std::size_t _nodes = 0;
+    const char* _refusal = nullptr;
+};
+
+}  // namespace
+
+const std::string* XmlElement::attribute(std::string_view wanted) const {
+    for (const auto& [key, value] : attributes) {
+        if (key == wanted) {
+            return &value;
+        }
+    }
+    return nullptr;
+}
+
+const XmlElement* XmlElement::child(std::string_view wanted) const {
+    for (const XmlElement& element : children) {
+        if (element.name == wanted) {
+            return &element;
+        }
+    }
+    return nullptr;
+}
+
+XmlElement parseXml(std::string_view document, const XmlLimits& limits) {
+    return TreeBuilder(limits).parse(document);
+}
+
+}  // namespace QZ
