@@ -26,6 +26,16 @@ struct LongerFirst {
     }
 };
 
+std::string digest(const std::string& key, const std::string& text) {
+    std::array<char, SHA256_DIGEST_LENGTH> result{};
+    SHA2_CTX context{};
+    SHA256Init(&context);
+    for (const std::string* part : {&key, &text})
+        SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(part->data()), part->size());
+    SHA256Final(reinterpret_cast<std::uint8_t*>(result.data()), &context);
+    return {result.data(), result.size()};
+}
+
 // The texts to be replaced, each with what it becomes.
 class Secrets {
 public:
@@ -53,17 +63,10 @@ public:
 private:
     // Bytes that follow from key and secret, as many as the secret has.
     std::string chance(const std::string& secret) const {
+        const std::string seed = digest(_key, secret);
         std::string bytes;
-        for (char block = 0; bytes.size() < secret.size(); ++block) {
-            std::array<char, SHA256_DIGEST_LENGTH> digest{};
-            SHA2_CTX context{};
-            SHA256Init(&context);
-            for (const std::string& part : {_key, secret, std::string(1, block)})
-                SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(part.data()),
-                             part.size());
-            SHA256Final(reinterpret_cast<std::uint8_t*>(digest.data()), &context);
-            bytes.append(digest.data(), digest.size());
-        }
+        for (unsigned block = 0; bytes.size() < secret.size(); ++block)
+            bytes += digest(seed, std::to_string(block));
         bytes.resize(secret.size());
         return bytes;
     }
