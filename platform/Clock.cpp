@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <new>
 
 #include "MachinePaths.h"
@@ -66,6 +67,11 @@ Clock& Clock::current() {
     static Clock& machine = *new (place) MachineClock;
     Clock* const replacement = _replacement.load();
     return replacement != nullptr ? *replacement : machine;
+}
+
+void Clock::wait(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+                 unsigned milliseconds) {
+    condition.wait_for(lock, std::chrono::milliseconds(milliseconds));
 }
 
 timespec Clock::machineDeadline(unsigned milliseconds) {

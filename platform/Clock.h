@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <ctime>
+#include <mutex>
 
 namespace QZ {
 
@@ -23,6 +25,11 @@ public:
     virtual int setSeconds(std::int64_t seconds) = 0;
 
     virtual void sleepMilliseconds(unsigned milliseconds) = 0;
+
+    // Waits for the condition as std::condition_variable::wait_for() does; also wakes up for
+    // nothing. The machine's time counts unless a derived clock has other means.
+    virtual void wait(std::condition_variable& condition, std::unique_lock<std::mutex>& lock,
+                      unsigned milliseconds);
 
     // The machine's clock, unless a ClockReplacement is alive. The machine's clock refuses to be
     // set (EPERM) while TAVQZ_HOST_ROOT names another machine.

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "MachinePaths.h"
 
+#include <dlfcn.h>
+
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 namespace QZ {
 
@@ -11,6 +15,29 @@ namespace {
 std::string environment(const char* name) {
     const char* const value = secure_getenv(name);
     return value != nullptr ? value : "";
+}
+
+namespace fs = std::filesystem;
+
+// The library or program that holds this code.
+fs::path codeFile() {
+    Dl_info info{};
+    const bool isKnown = dladdr(reinterpret_cast<const void*>(&codeFile), &info) != 0;
+    // A program is known by the name that it was called by.
+    const fs::path file = isKnown && info.dli_fname[0] == '/' ? info.dli_fname : "/proc/self/exe";
+    std::error_code error;
+    return fs::canonical(file, error);
+}
+
+std::string findMessages(const fs::path& code) {
+    const fs::path below = fs::path("share") / "tavqz" / "messages";
+    for (fs::path folder = code.parent_path(); folder.has_relative_path();
+         folder = folder.parent_path()) {
+        std::error_code error;
+        if (fs::is_directory(folder / below, error))
+            return (folder / below).string();
+    }
+    return (fs::path("/usr") / below).string();
 }
 
 }  // namespace
@@ -73,6 +100,12 @@ std::string MachinePaths::dataDirectory() {
     if (folder.back() != '/')
         folder += '/';
     return folder;
+}
+
+std::string MachinePaths::messageFolder() {
+    // Where the code lies does not change while it is loaded.
+    static const std::string found = findMessages(codeFile());
+    return found;
 }
 
 const char* MachinePaths::libraryFormat() {

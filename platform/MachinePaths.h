@@ -41,6 +41,10 @@ public:
     // TAVQZ_HOST_ROOT.
     static std::string dataDirectory();
 
+    // The folder of the message catalogues: share/tavqz/messages beside the code that runs, in the
+    // nearest folder above it that has one, else the system's. Never under TAVQZ_HOST_ROOT.
+    static std::string messageFolder();
+
     // printf format of a run-time library's path, from its file name. Relative to the working
     // folder, never to TAVQZ_HOST_ROOT.
     static const char* libraryFormat();

@@ -16,6 +16,7 @@
 #include "Error.h"
 #include "FileContent.h"
 #include "MachinePaths.h"
+#include "MessageCatalogue.h"
 #include "Text.h"
 #include "Uuid.h"
 
@@ -95,6 +96,14 @@ std::wstring Product::getUid() {
     bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0FU) | 0x80U);
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3FU) | 0x80U);
     return make_wstring(Uuid(std::move(bytes)).toString());
+}
+
+std::wstring Product::getResourceLibrary(const std::string& component,
+                                         const std::string& languageId) {
+    std::string folder = MachinePaths::messageFolder();
+    if (!component.empty())
+        folder += '/' + component;
+    return make_wstring(folder + '/' + MessageCatalogue::bestLanguage(folder, languageId));
 }
 
 bool Product::makeDataDirectory(std::string& reason) noexcept {

@@ -19,6 +19,12 @@ public:
     // it. Empty where there is no machine id.
     static std::wstring getUid();
 
+    // The message catalogue that serves a language best, for ResourceString: the language's own,
+    // its parent's ("de" for "de_AT", "zh_Hans" for "zh_CN"), else the English one. A component has
+    // catalogues of its own; the empty name is for the module's.
+    static std::wstring getResourceLibrary(const std::string& component,
+                                           const std::string& languageId);
+
     // Makes the data folder, with the folders above it, for their owner only. True when it stands;
     // else the reason is a sentence for the administrator.
     static bool makeDataDirectory(std::string& reason) noexcept;

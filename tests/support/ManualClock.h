@@ -4,8 +4,8 @@
 
 #include "Clock.h"
 
-// A clock that stands still but for sleeps, which pass at once. It takes the machine's place for as
-// long as it lives.
+// A clock that stands still but for sleeps and waits, which pass at once. It takes the machine's
+// place for as long as it lives.
 class ManualClock final : public QZ::Clock {
 public:
     explicit ManualClock(std::int64_t seconds = 1800000000)
@@ -20,6 +20,10 @@ public:
     void sleepMilliseconds(unsigned milliseconds) override {
         _milliseconds += milliseconds;
         _slept += milliseconds;
+    }
+    void wait(std::condition_variable&, std::unique_lock<std::mutex>&,
+              unsigned milliseconds) override {
+        _milliseconds += milliseconds;
     }
 
     // All sleeps together.
