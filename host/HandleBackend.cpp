@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "HandleBackend.h"
 
+#include <Pegasus/Common/Exception.h>
+
+#include "CimText.h"
+#include "ClassConversion.h"
 #include "InProcessServer.h"
 
 namespace QZ {
@@ -57,6 +61,37 @@ void HandleBackend::modifyInstance(const OperationContext&, const CIMNamespaceNa
     CIMInstance modified = modifiedInstance.clone();
     modified.setPath(_in(nameSpace, modifiedInstance.getPath()));
     _server.modifyInstance(modified, propertyList);
+}
+
+// The class as it is declared, all of it.
+CIMClass HandleBackend::getClass(const OperationContext&, const CIMNamespaceName& nameSpace,
+                                 const CIMName& className, Boolean, Boolean, Boolean,
+                                 const CIMPropertyList&) {
+    const ClassRepository* const classes =
+        _server.schema().find(make_string(nameSpace.getString()));
+    if (!classes) {
+        throw CIMException(CIM_ERR_INVALID_NAMESPACE, nameSpace.getString());
+    }
+    const ClassDeclaration* const declared = classes->find(make_string(className.getString()));
+    if (!declared) {
+        throw CIMException(CIM_ERR_NOT_FOUND, className.getString());
+    }
+    return makeCimClass(*declared);
+}
+
+CIMObjectPath HandleBackend::createInstance(const OperationContext&,
+                                            const CIMNamespaceName& nameSpace,
+                                            const CIMInstance& newInstance) {
+    CIMInstance created = newInstance.clone();
+    CIMObjectPath path = created.getPath();
+    path.setClassName(created.getClassName());
+    created.setPath(_in(nameSpace, path));
+    return _server.createInstance(created);
+}
+
+void HandleBackend::deleteInstance(const OperationContext&, const CIMNamespaceName& nameSpace,
+                                   const CIMObjectPath& instanceName) {
+    _server.deleteInstance(_in(nameSpace, instanceName));
 }
 
 }  // namespace QZ

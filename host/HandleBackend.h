@@ -37,6 +37,21 @@ public:
                         Pegasus::Boolean includeQualifiers,
                         const Pegasus::CIMPropertyList& propertyList) override;
 
+    Pegasus::CIMClass getClass(const Pegasus::OperationContext& context,
+                               const Pegasus::CIMNamespaceName& nameSpace,
+                               const Pegasus::CIMName& className, Pegasus::Boolean localOnly,
+                               Pegasus::Boolean includeQualifiers,
+                               Pegasus::Boolean includeClassOrigin,
+                               const Pegasus::CIMPropertyList& propertyList) override;
+
+    Pegasus::CIMObjectPath createInstance(const Pegasus::OperationContext& context,
+                                          const Pegasus::CIMNamespaceName& nameSpace,
+                                          const Pegasus::CIMInstance& newInstance) override;
+
+    void deleteInstance(const Pegasus::OperationContext& context,
+                        const Pegasus::CIMNamespaceName& nameSpace,
+                        const Pegasus::CIMObjectPath& instanceName) override;
+
 private:
     InProcessServer& _server;
 };

@@ -11,7 +11,7 @@
 #include "CimText.h"
 #include "ClassConversion.h"
 #include "HandleBackend.h"
-#include "ResponseCollector.h"
+#include "ResponseRelay.h"
 
 namespace QZ {
 
@@ -19,12 +19,11 @@ using namespace Pegasus;
 
 namespace {
 
-// What every server tells a provider. In this process nobody was authenticated, and no language
-// asked for.
-OperationContext _context() {
+// What every server tells a provider.
+OperationContext _context(const InProcessServer::Caller& caller) {
     OperationContext context;
-    context.insert(IdentityContainer(String()));
-    context.insert(AcceptLanguageListContainer(AcceptLanguageList()));
+    context.insert(IdentityContainer(make_String(caller.user)));
+    context.insert(AcceptLanguageListContainer(caller.languages));
     context.insert(ContentLanguageListContainer(ContentLanguageList()));
     return context;
 }
@@ -73,6 +72,8 @@ auto InProcessServer::_ask(const CIMObjectPath& path, Operation operation) {
         return operation(_providers.get(entry), full);
     } catch (const CIMException&) {
         throw;
+    } catch (const RelayFailure& failure) {
+        std::rethrow_exception(failure.cause);
     } catch (const Exception& exception) {
         _failed(entry, make_string(exception.getMessage()));
     } catch (const std::exception& exception) {
@@ -82,60 +83,102 @@ auto InProcessServer::_ask(const CIMObjectPath& path, Operation operation) {
     }
 }
 
-std::vector<CIMInstance> InProcessServer::enumerateInstances(const CIMObjectPath& classPath) {
-    return _ask(classPath, [](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        InstanceCollector collector;
-        provider.enumerateInstances(_context(), path, false, false, CIMPropertyList(), collector);
-        return collector.take();
+void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPath& classPath,
+                                         const CIMPropertyList& properties,
+                                         const TakeInstance& take) {
+    _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        InstanceRelay relay(take);
+        provider.enumerateInstances(_context(caller), path, false, false, properties, relay);
+        relay.check();
     });
+}
+
+void InProcessServer::enumerateInstanceNames(const Caller& caller, const CIMObjectPath& classPath,
+                                             const TakePath& take) {
+    _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        PathRelay relay(take);
+        provider.enumerateInstanceNames(_context(caller), path, relay);
+        relay.check();
+    });
+}
+
+CIMInstance InProcessServer::getInstance(const Caller& caller, const CIMObjectPath& instancePath,
+                                         const CIMPropertyList& properties) {
+    return _ask(instancePath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        CIMInstance found;
+        InstanceRelay relay([&](const CIMInstance& instance) {
+            if (found.isUninitialized()) {
+                found = instance;
+            }
+        });
+        provider.getInstance(_context(caller), path, false, false, properties, relay);
+        relay.check();
+        if (found.isUninitialized()) {
+            throw CIMException(CIM_ERR_NOT_FOUND, path.toString());
+        }
+        return found;
+    });
+}
+
+void InProcessServer::modifyInstance(const Caller& caller, const CIMInstance& modified,
+                                     bool includeQualifiers, const CIMPropertyList& properties) {
+    _ask(modified.getPath(), [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        Acknowledgement acknowledgement;
+        provider.modifyInstance(_context(caller), path, modified, includeQualifiers, properties,
+                                acknowledgement);
+        acknowledgement.check();
+    });
+}
+
+CIMObjectPath InProcessServer::createInstance(const Caller& caller, const CIMInstance& created) {
+    const CIMObjectPath classPath(String(), created.getPath().getNameSpace(),
+                                  created.getClassName());
+    return _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        CIMObjectPath found;
+        PathRelay relay([&](const CIMObjectPath& delivered) { found = delivered; });
+        provider.createInstance(_context(caller), path, created, relay);
+        relay.check();
+        return found.getClassName().isNull() ? _keyPath(created, path) : found;
+    });
+}
+
+void InProcessServer::deleteInstance(const Caller& caller, const CIMObjectPath& instancePath) {
+    _ask(instancePath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
+        Acknowledgement acknowledgement;
+        provider.deleteInstance(_context(caller), path, acknowledgement);
+        acknowledgement.check();
+    });
+}
+
+std::vector<CIMInstance> InProcessServer::enumerateInstances(const CIMObjectPath& classPath) {
+    std::vector<CIMInstance> found;
+    enumerateInstances(Caller(), classPath, CIMPropertyList(),
+                       [&](const CIMInstance& instance) { found.push_back(instance); });
+    return found;
 }
 
 std::vector<CIMObjectPath> InProcessServer::enumerateInstanceNames(const CIMObjectPath& classPath) {
-    return _ask(classPath, [](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        PathCollector collector;
-        provider.enumerateInstanceNames(_context(), path, collector);
-        return collector.take();
-    });
+    std::vector<CIMObjectPath> found;
+    enumerateInstanceNames(Caller(), classPath,
+                           [&](const CIMObjectPath& path) { found.push_back(path); });
+    return found;
 }
 
 CIMInstance InProcessServer::getInstance(const CIMObjectPath& instancePath) {
-    return _ask(instancePath, [](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        InstanceCollector collector;
-        provider.getInstance(_context(), path, false, false, CIMPropertyList(), collector);
-        const std::vector<CIMInstance> found = collector.take();
-        if (found.empty()) {
-            throw CIMException(CIM_ERR_NOT_FOUND, path.toString());
-        }
-        return found.front();
-    });
+    return getInstance(Caller(), instancePath, CIMPropertyList());
 }
 
 void InProcessServer::modifyInstance(const CIMInstance& modified,
                                      const CIMPropertyList& properties) {
-    _ask(modified.getPath(), [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        Acknowledgement acknowledgement;
-        provider.modifyInstance(_context(), path, modified, false, properties, acknowledgement);
-        acknowledgement.check();
-    });
+    modifyInstance(Caller(), modified, false, properties);
 }
 
 CIMObjectPath InProcessServer::createInstance(const CIMInstance& created) {
-    const CIMObjectPath classPath(String(), created.getPath().getNameSpace(),
-                                  created.getClassName());
-    return _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        PathCollector collector;
-        provider.createInstance(_context(), path, created, collector);
-        const std::vector<CIMObjectPath> found = collector.take();
-        return found.empty() ? _keyPath(created, path) : found.front();
-    });
+    return createInstance(Caller(), created);
 }
 
 void InProcessServer::deleteInstance(const CIMObjectPath& instancePath) {
-    _ask(instancePath, [](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        Acknowledgement acknowledgement;
-        provider.deleteInstance(_context(), path, acknowledgement);
-        acknowledgement.check();
-    });
+    deleteInstance(Caller(), instancePath);
 }
 
 // The path that the instance's keys make; `classPath` has its namespace.

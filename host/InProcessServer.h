@@ -5,6 +5,7 @@
 #include <Pegasus/Common/OperationContext.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,11 +22,36 @@ namespace QZ {
 // CIM_ERR_INVALID_NAMESPACE or CIM_ERR_INVALID_CLASS, a class that nobody serves as
 // CIM_ERR_NOT_SUPPORTED. A path without a namespace is one of the model's. Any thread may call,
 // also a provider through its CIMOMHandle while it is asked.
+//
+// Each operation is there twice: with the caller's name and languages and for one class alone, what
+// is found handed on as it comes, for the server behind a wire; and for the rest of this program.
 class InProcessServer : public Operations {
 public:
+    // Who asks, and in which languages the answer is wanted.
+    struct Caller {
+        std::string user;  // empty: nobody was authenticated
+        Pegasus::AcceptLanguageList languages;
+    };
+    using TakeInstance = std::function<void(const Pegasus::CIMInstance& instance)>;
+    using TakePath = std::function<void(const Pegasus::CIMObjectPath& path)>;
+
     InProcessServer(Schema schema, ProviderTable::Locator locate);
 
     const Schema& schema() override { return _schema; }
+
+    // What `take` throws passes through.
+    void enumerateInstances(const Caller& caller, const Pegasus::CIMObjectPath& classPath,
+                            const Pegasus::CIMPropertyList& properties, const TakeInstance& take);
+    void enumerateInstanceNames(const Caller& caller, const Pegasus::CIMObjectPath& classPath,
+                                const TakePath& take);
+    Pegasus::CIMInstance getInstance(const Caller& caller,
+                                     const Pegasus::CIMObjectPath& instancePath,
+                                     const Pegasus::CIMPropertyList& properties);
+    void modifyInstance(const Caller& caller, const Pegasus::CIMInstance& modified,
+                        bool includeQualifiers, const Pegasus::CIMPropertyList& properties);
+    Pegasus::CIMObjectPath createInstance(const Caller& caller,
+                                          const Pegasus::CIMInstance& created);
+    void deleteInstance(const Caller& caller, const Pegasus::CIMObjectPath& instancePath);
 
     std::vector<Pegasus::CIMInstance> enumerateInstances(
         const Pegasus::CIMObjectPath& classPath) override;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
-#include "ResponseCollector.h"
+#include "ResponseRelay.h"
 
 #include <Pegasus/Common/Exception.h>
 
@@ -49,21 +49,14 @@ void ResponseOrder::check(bool mayBeSilent) const {
 }
 
 template <>
-void InstanceCollector::_take(const Pegasus::CIMInstance& one) {
-    if (one.isUninitialized()) {
-        _order.onInvalid("the provider delivered an instance that holds nothing");
-        return;
-    }
-    _collected.push_back(one);
+const char* InstanceRelay::_flaw(const Pegasus::CIMInstance& one) {
+    return one.isUninitialized() ? "the provider delivered an instance that holds nothing"
+                                 : nullptr;
 }
 
 template <>
-void PathCollector::_take(const Pegasus::CIMObjectPath& one) {
-    if (one.getClassName().isNull()) {
-        _order.onInvalid("the provider delivered a path without a class");
-        return;
-    }
-    _collected.push_back(one);
+const char* PathRelay::_flaw(const Pegasus::CIMObjectPath& one) {
+    return one.getClassName().isNull() ? "the provider delivered a path without a class" : nullptr;
 }
 
 }  // namespace QZ

@@ -5,8 +5,9 @@
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/ResponseHandler.h>
 
+#include <exception>
+#include <functional>
 #include <utility>
-#include <vector>
 
 namespace QZ {
 
@@ -32,10 +33,20 @@ private:
     const char* _what = nullptr;
 };
 
-// Collects what an operation delivers.
+// What came of handing on, told apart from what a provider throws.
+struct RelayFailure {
+    std::exception_ptr cause;
+};
+
+// Hands on what an operation delivers, as it comes. What `take` throws ends that, and is thrown by
+// check(), in a RelayFailure: nothing passes through the provider's code.
 template <class Handler, class T>
-class ResponseCollector : public Handler {
+class ResponseRelay : public Handler {
 public:
+    using Take = std::function<void(const T& one)>;
+
+    explicit ResponseRelay(Take take) : _handOn(std::move(take)) {}
+
     void processing() override { _order.onProcessing(); }
     void complete() override { _order.onComplete(); }
     void deliver(const T& one) override {
@@ -49,26 +60,45 @@ public:
         }
     }
 
-    // What was delivered, in order; empties the collector. Throws as ResponseOrder::check().
-    std::vector<T> take() {
+    // Throws RelayFailure, else as ResponseOrder::check().
+    void check() const {
+        if (_failure) {
+            throw RelayFailure{_failure};
+        }
         _order.check(false);
-        return std::move(_collected);
     }
 
 private:
-    void _take(const T& one);
+    // What is wrong with one that is delivered; null for nothing.
+    static const char* _flaw(const T& one);
+
+    void _take(const T& one) {
+        if (_failure) {
+            return;
+        }
+        if (const char* const flaw = _flaw(one)) {
+            _order.onInvalid(flaw);
+            return;
+        }
+        try {
+            _handOn(one);
+        } catch (...) {
+            _failure = std::current_exception();
+        }
+    }
 
     ResponseOrder _order;
-    std::vector<T> _collected;
+    Take _handOn;
+    std::exception_ptr _failure;
 };
 
-using InstanceCollector = ResponseCollector<Pegasus::InstanceResponseHandler, Pegasus::CIMInstance>;
-using PathCollector = ResponseCollector<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
+using InstanceRelay = ResponseRelay<Pegasus::InstanceResponseHandler, Pegasus::CIMInstance>;
+using PathRelay = ResponseRelay<Pegasus::ObjectPathResponseHandler, Pegasus::CIMObjectPath>;
 
 template <>
-void InstanceCollector::_take(const Pegasus::CIMInstance& one);
+const char* InstanceRelay::_flaw(const Pegasus::CIMInstance& one);
 template <>
-void PathCollector::_take(const Pegasus::CIMObjectPath& one);
+const char* PathRelay::_flaw(const Pegasus::CIMObjectPath& one);
 
 // The handler of an operation that delivers nothing. A provider may leave it alone altogether.
 class Acknowledgement : public Pegasus::ResponseHandler {
