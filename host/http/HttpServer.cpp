@@ -256,7 +256,8 @@ void Connection::_work(const HttpRequest& received, ResponseStream& stream) cons
         _shared->handler(request, stream);
     } catch (const Disconnected&) {
         // Nobody is there to be told.
-    } catch (const std::exception&) {
+    } catch (...) {
+        // The CIM interface's exceptions are no std::exception.
         stream.discard({});
         stream.setStatus(500);
     }

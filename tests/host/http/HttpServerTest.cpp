@@ -1,0 +1,215 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "HttpServer.h"
+
+#include <arpa/inet.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <future>
+
+#include "BasicCredentials.h"
+
+namespace QZ {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+// A client that sends what it is told, byte by byte as given.
+class Client {
+public:
+    explicit Client(std::uint16_t port) : _socket(socket(AF_INET, SOCK_STREAM, 0)) {
+        const timeval patience{10, 0};
+        setsockopt(_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (connect(_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+            ADD_FAILURE() << "no connection";
+        }
+    }
+    ~Client() { close(_socket); }
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    void send(const std::string& text) const {
+        EXPECT_EQ(ssize_t(text.size()), ::send(_socket, text.data(), text.size(), MSG_NOSIGNAL));
+    }
+
+    // What arrives until the server closes, or until it ends like that.
+    std::string receive(const std::string& end = std::string()) const {
+        std::string text;
+        char part[4096];
+        while (end.empty() || text.size() < end.size() ||
+               text.compare(text.size() - end.size(), end.size(), end) != 0) {
+            const ssize_t count = recv(_socket, part, sizeof part, 0);
+            if (count <= 0) {
+                EXPECT_EQ(0, count) << "neither an end nor more";
+                break;
+            }
+            text.append(part, std::size_t(count));
+        }
+        return text;
+    }
+
+private:
+    int _socket;
+};
+
+void echo(const HttpRequest& request, HttpReply& reply) {
+    reply.write("<" + request.body + ">");
+}
+
+std::string post(const std::string& body, const std::string& more = std::string()) {
+    return "POST /cimom HTTP/1.1\r\nHost: a\r\n" + more +
+           "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+const std::string LAST = "Connection: close\r\n";
+
+HttpServerOptions withLimits(const HttpLimits& limits) {
+    HttpServerOptions options;
+    options.limits = limits;
+    return options;
+}
+
+TEST(HttpServer, AnswersSeveralRequestsOverOneConnection) {
+    HttpServer server({}, echo);
+    const Client client(server.port());
+    client.send(post("one"));
+    EXPECT_THAT(client.receive("<one>"), StartsWith("HTTP/1.1 200 OK\r\n"));
+    client.send(post("two", LAST));
+    EXPECT_THAT(client.receive(), EndsWith("\r\n\r\n<two>"));
+}
+
+TEST(HttpServer, JoinsTheChunksOfABody) {
+    HttpServer server({}, echo);
+    const Client client(server.port());
+    client.send("POST / HTTP/1.1\r\nHost: a\r\nTransfer-Encoding: chunked\r\n" + LAST +
+                "\r\n3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n");
+    EXPECT_THAT(client.receive(), EndsWith("<abcde>"));
+}
+
+TEST(HttpServer, SendsALongAnswerInChunks) {
+    HttpServer server(
+        {}, [](const HttpRequest&, HttpReply& reply) { reply.write(std::string(200'000, 'x')); });
+    const Client client(server.port());
+    client.send(post("", LAST));
+    const std::string answer = client.receive();
+    EXPECT_THAT(answer, HasSubstr("Transfer-Encoding: chunked\r\n"));
+    EXPECT_THAT(answer, EndsWith("\r\n0\r\n\r\n"));
+}
+
+TEST(HttpServer, GoesOnWhereAClientExpectsToBeTold) {
+    HttpServer server({}, echo);
+    const Client client(server.port());
+    client.send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 1\r\nExpect: 100-continue\r\n" +
+                LAST + "\r\n");
+    EXPECT_EQ("HTTP/1.1 100 Continue\r\n\r\n", client.receive("\r\n\r\n"));
+    client.send("a");
+    EXPECT_THAT(client.receive(), EndsWith("<a>"));
+}
+
+TEST(HttpServer, NamesTheMethodsItAllows) {
+    HttpServer server({}, echo);
+    const Client client(server.port());
+    client.send("GET / HTTP/1.1\r\nHost: a\r\n\r\n");
+    const std::string answer = client.receive();
+    EXPECT_THAT(answer, StartsWith("HTTP/1.1 405 "));
+    EXPECT_THAT(answer, HasSubstr("Allow: POST, M-POST\r\n"));
+}
+
+TEST(HttpServer, RefusesALongBodyAndIsHeard) {
+    HttpLimits limits;
+    limits.bodyBytes = 10;
+    HttpServer server(withLimits(limits), echo);
+    const Client client(server.port());
+    client.send(post("0123456789a"));
+    EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 413 "));
+}
+
+TEST(HttpServer, RefusesWhatIsNoHttp) {
+    HttpServer server({}, echo);
+    const Client client(server.port());
+    client.send("what is this\r\n\r\n");
+    EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 400 "));
+}
+
+TEST(HttpServer, DoesNotWaitForeverForARequest) {
+    HttpLimits limits;
+    limits.header = limits.body = milliseconds(20);
+    HttpServer server(withLimits(limits), echo);
+    const Client header(server.port());
+    const Client body(server.port());
+    header.send("POST / HT");
+    body.send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 5\r\n\r\nab");
+    EXPECT_THAT(header.receive("\r\n\r\n"), StartsWith("HTTP/1.1 408 "));
+    EXPECT_THAT(body.receive("\r\n\r\n"), StartsWith("HTTP/1.1 408 "));
+}
+
+TEST(HttpServer, AsksWhoItIs) {
+    HttpServerOptions options;
+    options.authenticate = [](const std::string& user, const std::string& password) {
+        return user == "ann" && equalSecrets(password, "secret");
+    };
+    HttpServer server(options, [](const HttpRequest& request, HttpReply& reply) {
+        reply.write("<" + request.user + ">");
+    });
+    const auto ask = [&server](const std::string& header) {
+        const Client client(server.port());
+        client.send(post("", header + LAST));
+        return client.receive();
+    };
+    const auto as = [](const char* password) {
+        return "Authorization: " + basicAuthorization({"ann", password}) + "\r\n";
+    };
+    EXPECT_THAT(ask(""), HasSubstr("WWW-Authenticate: Basic realm=\"tavqz\""));
+    EXPECT_THAT(ask(as("wrong")), StartsWith("HTTP/1.1 401 "));
+    EXPECT_THAT(ask(as("secret")), EndsWith("<ann>"));
+}
+
+TEST(HttpServer, SurvivesWhateverIsThrown) {
+    HttpServer server({}, [](const HttpRequest&, HttpReply&) { throw 1; });
+    const Client client(server.port());
+    client.send(post("", LAST));
+    EXPECT_THAT(client.receive(), StartsWith("HTTP/1.1 500 "));
+}
+
+TEST(HttpServer, ServesOthersWhileAClientReadsNothing) {
+    std::atomic<std::size_t> written{0};
+    HttpLimits limits;
+    limits.sending = milliseconds(200);
+    std::promise<void> gaveUp;
+    HttpServer server(withLimits(limits), [&](const HttpRequest& request, HttpReply& reply) {
+        if (request.body == "quick") {
+            return reply.write("<quick>");
+        }
+        try {
+            for (;;) {
+                reply.write(std::string(10'000, 'x'));
+                written += 10'000;
+            }
+        } catch (const Disconnected&) {
+            gaveUp.set_value();
+            throw;
+        }
+    });
+    const Client slow(server.port());
+    slow.send(post("endless"));
+    const Client quick(server.port());
+    quick.send(post("quick", LAST));
+    EXPECT_THAT(quick.receive(), EndsWith("<quick>"));
+    EXPECT_EQ(std::future_status::ready, gaveUp.get_future().wait_for(std::chrono::seconds(10)));
+    EXPECT_LT(written, std::size_t(64) * 1024 * 1024);
+}
+
+}  // namespace
+}  // namespace QZ
