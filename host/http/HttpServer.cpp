@@ -274,6 +274,9 @@ void Connection::_send(Part part) {
         return;
     }
     if (part.next == ResponseStream::Abort) {
+        // A reset: where an answer ends with the connection, an orderly close would look complete.
+        error_code ignored;
+        _socket.set_option(tcp::socket::linger(true, 0), ignored);
         return _close();
     }
     _queue.push_back(std::move(part));

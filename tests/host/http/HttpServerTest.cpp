@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <future>
 
 #include "BasicCredentials.h"
@@ -58,6 +59,16 @@ public:
             text.append(part, std::size_t(count));
         }
         return text;
+    }
+
+    // Whether the connection ends with a reset, after whatever arrives.
+    bool isReset() const {
+        char part[4096];
+        ssize_t count = 1;
+        while (count > 0) {
+            count = recv(_socket, part, sizeof part, 0);
+        }
+        return count < 0 && errno == ECONNRESET;
     }
 
 private:
@@ -181,6 +192,36 @@ TEST(HttpServer, SurvivesWhateverIsThrown) {
     const Client client(server.port());
     client.send(post("", LAST));
     EXPECT_THAT(client.receive(), StartsWith("HTTP/1.1 500 "));
+}
+
+TEST(HttpServer, ResetsAnAnswerThatItCannotEnd) {
+    HttpServer server({}, [](const HttpRequest&, HttpReply& reply) {
+        reply.write(std::string(70'000, 'x'));
+        throw 1;
+    });
+    const Client client(server.port());
+    client.send("POST / HTTP/1.0\r\nContent-Length: 0\r\n\r\n");
+    EXPECT_TRUE(client.isReset());
+}
+
+TEST(HttpServer, TellsAClientThatItTakesTooLong) {
+    HttpLimits limits;
+    limits.answer = milliseconds(20);
+    std::promise<void> end;
+    HttpServer server(withLimits(limits),
+                      [&end](const HttpRequest&, HttpReply&) { end.get_future().wait(); });
+    const Client client(server.port());
+    client.send(post(""));
+    EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 503 "));
+    EXPECT_EQ(1U, server.lostWorkers());
+    EXPECT_FALSE(server.stop(milliseconds(0)));
+    end.set_value();
+}
+
+TEST(HttpServer, StopsAtOnceWhereNobodyAsks) {
+    HttpServer server({}, echo);
+    const Client idle(server.port());
+    EXPECT_TRUE(server.stop(std::chrono::seconds(10)));
 }
 
 TEST(HttpServer, ServesOthersWhileAClientReadsNothing) {
