@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "AssetIDIndicationThread.h"
 #include "LogItem.h"
 #include "tavqz/cBusComm.h"
 
@@ -19,8 +20,6 @@ CIMOMHandle* _cimomHandle = nullptr;
 
 }  // namespace
 
-std::atomic<int> AssetIDProvider::_refCnt{0};
-
 AssetIDProvider::AssetIDProvider() {
     cBusComm* bus = nullptr;
     if (_spCommon.getCommonCommDevice(&bus) == 0 && bus != nullptr &&
@@ -33,6 +32,7 @@ AssetIDProvider::AssetIDProvider() {
 
 AssetIDProvider::~AssetIDProvider() {
     logItem("AssetIDProvider", "destructor entering");
+    _stopThread();
     _spCommon.closeLibLink();
     _spCommon.closeCommLink();
     logItem("AssetIDProvider", "destructor exiting");
@@ -42,7 +42,13 @@ void AssetIDProvider::initialize(CIMOMHandle& handle) {
     _cimomHandle = &handle;
 }
 
+CIMOMHandle* AssetIDProvider::_serverHandle() {
+    return _cimomHandle;
+}
+
 void AssetIDProvider::terminate() {
+    // While the object is whole: the thread calls what a derived class may override.
+    _stopThread();
     delete this;
 }
 
@@ -54,20 +60,6 @@ void AssetIDProvider::createInstance(const OperationContext&, const CIMObjectPat
 void AssetIDProvider::deleteInstance(const OperationContext&, const CIMObjectPath&,
                                      ResponseHandler&) {
     throw CIMException(CIM_ERR_NOT_SUPPORTED, "AssetIDProvider::deleteInstance");
-}
-
-void AssetIDProvider::enableIndications(IndicationResponseHandler& handler) {
-    if (++_refCnt == 1) {
-        _indicationHandler = &handler;
-        handler.processing();
-    }
-}
-
-void AssetIDProvider::disableIndications() {
-    if (--_refCnt == 0 && _indicationHandler != nullptr) {
-        _indicationHandler->complete();
-        _indicationHandler = nullptr;
-    }
 }
 
 void AssetIDProvider::createSubscription(const OperationContext&, const CIMObjectPath&,

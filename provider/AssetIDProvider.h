@@ -8,8 +8,13 @@
 #include <tavqz/cSPCommonInt.h>
 
 #include <atomic>
+#include <memory>
+
+#include "Mutex.h"
 
 namespace QZ {
+
+class AssetIDIndicationThread;
 
 // The instance and indication provider of the machine's asset information.
 //
@@ -64,8 +69,15 @@ public:
                         const Pegasus::CIMObjectPath& instanceName,
                         Pegasus::ResponseHandler& handler) override;
 
+    // The first enabling, counted over all provider objects of the module, starts the thread that
+    // checks; the last disabling ends it, after a check that is under way, where it is this object
+    // that has it. The handler is used until then.
     void enableIndications(Pegasus::IndicationResponseHandler& handler) override;
     void disableIndications() override;
+    // One check; called by the thread alone.
+    virtual void checkCondition();
+    // What was reported is taken from the journal again, as after a restart of the process.
+    static void forgetReported();
     // Every subscription is accepted.
     void createSubscription(const Pegasus::OperationContext& context,
                             const Pegasus::CIMObjectPath& subscriptionName,
@@ -88,7 +100,12 @@ private:
     // Enables less disables, over all provider objects of the module.
     static std::atomic<int> _refCnt;
 
+    static Pegasus::CIMOMHandle* _serverHandle();
+    void _stopThread();
+
     Pegasus::IndicationResponseHandler* _indicationHandler = nullptr;
+    Mutex _threadMutex;  // starting and ending the thread
+    std::unique_ptr<AssetIDIndicationThread> _indicationThread;
     int _spCount = 1;
     bool _spFound = false;
     cDeviceLib* _spLibrary = nullptr;

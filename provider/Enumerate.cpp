@@ -10,8 +10,10 @@
 #include "Boundary.h"
 #include "ClassNames.h"
 #include "Error.h"
+#include "Locale.h"
 #include "LogItem.h"
 #include "RecordInstance.h"
+#include "RequestLanguage.h"
 #include "SerialNumberInstances.h"
 #include "SimpleInstanceResponseHandler.h"
 
@@ -79,10 +81,12 @@ CIMObjectPath _localPath(const CIMName& className, const CIMObjectPath& path) {
 
 }  // namespace
 
-void AssetIDProvider::enumerateInstances(const OperationContext&, const CIMObjectPath& classPath,
-                                         const Boolean, const Boolean, const CIMPropertyList&,
+void AssetIDProvider::enumerateInstances(const OperationContext& context,
+                                         const CIMObjectPath& classPath, const Boolean,
+                                         const Boolean, const CIMPropertyList&,
                                          InstanceResponseHandler& handler) {
     atBoundary([&] {
+        const LanguageScope language(requestLanguage(context));
         handler.processing();
         _findRow(classPath.getClassName().getString()).deliver(classPath, handler);
         handler.complete();

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "EventJournal.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "TestMachine.h"
+
+using namespace QZ;
+
+namespace {
+
+class EventJournalTest : public ::testing::Test {
+protected:
+    bool isRedundant(int type, int state) {
+        return journal.checkForRedundantEvent(type, 0, 0, state);
+    }
+    std::string file() const { return machine.folder().read("data/assetidprv.evt"); }
+    void write(const std::string& text) const {
+        machine.folder().write("data/assetidprv.evt", text);
+    }
+
+    TestMachine machine;
+    EventJournal journal;
+};
+
+}  // namespace
+
+TEST_F(EventJournalTest, TakesAnUnseenSourceForZero) {
+    EXPECT_TRUE(isRedundant(1, 0));
+    EXPECT_FALSE(machine.folder().contains("data/assetidprv.evt"));
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\n", file());
+}
+
+TEST_F(EventJournalTest, TellsASecondTimeFromAFirst) {
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_TRUE(isRedundant(1, 1));
+    EXPECT_FALSE(isRedundant(1, 0));
+    EXPECT_EQ("typ1|nod0|ind0 0\n", file());
+}
+
+TEST_F(EventJournalTest, KeepsItsSourcesInOrder) {
+    EXPECT_FALSE(isRedundant(2, 1));
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+    EXPECT_FALSE(journal.checkForRedundantEvent(1, 2, 3, -4));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp1|nod2|ind3 -4\ntyp2|nod0|ind0 1\n", file());
+}
+
+TEST_F(EventJournalTest, RemembersAcrossRestarts) {
+    EXPECT_FALSE(isRedundant(1, 1));
+    EventJournal next;
+    EXPECT_TRUE(next.checkForRedundantEvent(1, 0, 0, 1));
+    EXPECT_FALSE(next.checkForRedundantEvent(2, 0, 0, 1));
+}
+
+TEST_F(EventJournalTest, ReadsTheFileOnce) {
+    EXPECT_TRUE(isRedundant(1, 0));
+    write("typ1|nod0|ind0 1\n");
+    EXPECT_TRUE(isRedundant(1, 0));
+}
+
+TEST_F(EventJournalTest, KeepsTheFirstOfTwoLinesAndLinesOfOthers) {
+    write("typ1|nod0|ind0 1\ntyp1|nod0|ind0 0\ntyp9|nod0|ind0 7\n");
+    EXPECT_TRUE(isRedundant(1, 1));
+    EXPECT_FALSE(isRedundant(2, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\ntyp9|nod0|ind0 7\n", file());
+}
+
+TEST_F(EventJournalTest, SkipsLinesThatAreNone) {
+    write(
+        "\n \nword\n 1\ntyp1|nod0|ind0\ntyp1|nod0|ind0 one\ntyp1|nod0|ind0 1x\n"
+        "typ1|nod0|ind0 99999999999\n" +
+        std::string(300, 'x') + " 1\n" + std::string("\0\xFF 5 5\n", 7) + "typ2|nod0|ind0 1");
+    EXPECT_TRUE(isRedundant(2, 1));
+    EXPECT_TRUE(isRedundant(1, 0));
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+}
+
+TEST_F(EventJournalTest, TakesAFileThatIsFarTooLongForNone) {
+    write("typ1|nod0|ind0 1\n" + std::string(1000000, '\n'));
+    EXPECT_FALSE(isRedundant(1, 1));
+}
+
+TEST_F(EventJournalTest, CatchesUpWhereItCouldNotBeWritten) {
+    const std::string path = machine.folder().file("data/assetidprv.evt");
+    std::filesystem::create_directory(path);
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_TRUE(isRedundant(1, 1));
+    std::filesystem::remove(path);
+    EXPECT_FALSE(isRedundant(2, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+}
