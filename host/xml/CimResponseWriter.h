@@ -20,6 +20,9 @@ public:
 
     CimResponseWriter(CimCall call, Sink sink) : _call(std::move(call)), _sink(std::move(sink)) {}
 
+    // Says that the answer returns something, if perhaps no element.
+    void returns() { _beginValue(); }
+
     void namedInstance(const Pegasus::CIMObjectPath& path,
                        const Pegasus::CIMConstInstance& instance, const XmlForm& form);
     void instanceWithPath(const Pegasus::CIMObjectPath& path,

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <Pegasus/Common/AcceptLanguageList.h>
+
+#include <optional>
+#include <string>
+
+#include "CimRequest.h"
+#include "HttpReply.h"
+#include "HttpRequest.h"
+
+namespace QZ {
+
+// The CIM extension headers of a request (DSP0200, 7.2 and 7.3), under whatever prefix they stand:
+// with M-POST each begins with a number that the Man header gives.
+class HttpMapping {
+public:
+    explicit HttpMapping(const HttpRequest& request);
+
+    // What is wrong with the headers, if anything: an answer that ends the request.
+    std::optional<HttpAnswer> refusal() const;
+
+    // The same for those that must agree with what the body says.
+    std::optional<HttpAnswer> mismatch(const CimRequest& request) const;
+
+    // The headers of an answer in CIM-XML.
+    HttpHeaders answerHeaders() const;
+
+    // An answer without a body: CIMError says why.
+    HttpAnswer failure(int status, const std::string& cimError) const;
+
+private:
+    const std::string* _extension(const std::string& name) const;
+
+    const HttpRequest& _request;
+    bool _isExtended = false;  // M-POST
+    bool _isDeclared = true;   // the Man header that it needs is there
+    std::string _prefix;       // "73-"
+};
+
+// "en-US,de;q=0.5" as a list. What cannot be read is left out.
+Pegasus::AcceptLanguageList parseAcceptLanguage(const std::string* header);
+
+}  // namespace QZ

@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "InstanceForm.h"
+
+#include <utility>
+
+#include "CimText.h"
+#include "ClassConversion.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+namespace {
+
+std::string _text(const CIMName& name) {
+    return make_string(name.getString());
+}
+
+bool _contains(const CIMPropertyList& list, const CIMName& name) {
+    for (Uint32 i = 0; i < list.size(); ++i) {
+        if (list[i].equal(name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+InstanceForm::InstanceForm(const ClassRepository& classes, Wishes wishes)
+    : _classes(classes), _wishes(std::move(wishes)) {}
+
+CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
+    if (!_wishes.includeQualifiers && !_wishes.includeClassOrigin) {
+        return instance;
+    }
+    const ClassDeclaration* const declared = _classes.find(_text(instance.getClassName()));
+    if (!declared) {
+        return instance;
+    }
+    CIMInstance result = instance.clone();
+    for (const CIMQualifier& qualifier : declared->qualifiers) {
+        result.addQualifier(qualifier.clone());
+    }
+    for (Uint32 i = 0; i < result.getPropertyCount(); ++i) {
+        CIMProperty property = result.getProperty(i);
+        const PropertyDeclaration* const known = declared->find(_text(property.getName()));
+        if (!known) {
+            continue;
+        }
+        property.setClassOrigin(CIMName(make_String(known->origin)));
+        for (const CIMQualifier& qualifier : known->qualifiers) {
+            property.addQualifier(qualifier.clone());
+        }
+    }
+    return result;
+}
+
+bool InstanceForm::_selects(const ClassDeclaration* declared, const CIMName& property) const {
+    if (!_wishes.properties.isNull() && !_contains(_wishes.properties, property)) {
+        return false;
+    }
+    if (_wishes.shallow && !_wishes.shallow->find(_text(property))) {
+        return false;
+    }
+    if (_wishes.localOnly && declared) {
+        const PropertyDeclaration* const known = declared->find(_text(property));
+        return !known || !known->isPropagated;
+    }
+    return true;
+}
+
+XmlForm InstanceForm::form(const CIMName& className) const {
+    XmlForm form;
+    form.includeQualifiers = _wishes.includeQualifiers;
+    form.includeClassOrigin = _wishes.includeClassOrigin;
+    if (!_wishes.properties.isNull() || _wishes.shallow || _wishes.localOnly) {
+        form.selects =
+            [this, declared = _classes.find(_text(className))](const CIMConstProperty& property) {
+                return _selects(declared, property.getName());
+            };
+    }
+    return form;
+}
+
+CIMInstance InstanceForm::selected(const CIMInstance& instance,
+                                   const CIMNamespaceName& nameSpace) const {
+    CIMInstance result = prepared(instance).clone();
+    const XmlForm wanted = form(instance.getClassName());
+    for (Uint32 i = result.getPropertyCount(); i != 0 && wanted.selects; --i) {
+        if (!wanted.selects(result.getProperty(i - 1))) {
+            result.removeProperty(i - 1);
+        }
+    }
+    result.setPath(path(instance, nameSpace));
+    return result;
+}
+
+CIMObjectPath InstanceForm::path(const CIMInstance& instance,
+                                 const CIMNamespaceName& nameSpace) const {
+    CIMObjectPath path = instance.getPath();
+    if (path.getKeyBindings().size() == 0) {
+        if (const ClassDeclaration* const declared =
+                _classes.find(_text(instance.getClassName()))) {
+            path = instance.buildPath(makeCimClass(*declared));
+        }
+    }
+    path.setNameSpace(nameSpace);
+    return path;
+}
+
+}  // namespace QZ

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "RequestHandler.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <utility>
+
+#include "CimText.h"
+#include "HttpMapping.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+namespace {
+
+void _send(HttpReply& reply, const HttpAnswer& answer) {
+    reply.setStatus(answer.status);
+    for (const auto& [name, value] : answer.headers) {
+        reply.addHeader(name, value);
+    }
+    reply.write(answer.body);
+}
+
+// What the log says of a call: its method, its class, and its CIM status where that is none of 0.
+std::string _logText(const CimRequest& request, int status) {
+    std::string text = request.call.method;
+    CIMName name = request.className;
+    if (name.isNull()) {
+        name = request.instanceName.getClassName();
+    }
+    if (name.isNull() && !request.instance.isUninitialized()) {
+        name = request.instance.getClassName();
+    }
+    if (!name.isNull()) {
+        text += " " + make_string(name.getString());
+    }
+    return status == 0 ? text : text + " CIM status " + std::to_string(status);
+}
+
+// One call's answer: written as it comes, or replaced by an error.
+class Answer {
+public:
+    Answer(HttpReply& reply, HttpMapping& mapping) : _reply(reply), _mapping(mapping) {}
+
+    void refuse(const CimCall& call, int status, const std::string& reason) {
+        // What was written so far is no answer any more; too late, the client is told by trailers.
+        _reply.discard({{"CIMStatusCode", std::to_string(status)},
+                        {"CIMStatusCodeDescription", trailerText(reason)}});
+        if (!_reply.isStarted()) {
+            _send(_reply,
+                  {200, _mapping.answerHeaders(), CimResponseWriter::error(call, status, reason)});
+        }
+    }
+
+private:
+    // Headers are of ASCII, and of one line.
+    static std::string trailerText(const std::string& text) {
+        std::string result;
+        for (const char c : text) {
+            result += c >= ' ' && c <= '~' ? c : '?';
+        }
+        return result;
+    }
+
+    HttpReply& _reply;
+    HttpMapping& _mapping;
+};
+
+}  // namespace
+
+RequestHandler::RequestHandler(InProcessServer& providers, Limits limits)
+    : _limits(limits), _server(providers, limits.pulls) {}
+
+void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
+    HttpMapping mapping(http);
+    if (const auto refusal = mapping.refusal()) {
+        return _send(reply, *refusal);
+    }
+    Answer answer(reply, mapping);
+    CimRequest request;
+    try {
+        request = decodeRequest(http.body, _limits.xml);
+    } catch (const CimBadRequest& bad) {
+        reply.setLogText(std::string(bad.cimError) + ": " + bad.reason);
+        return _send(reply, mapping.failure(bad.status, bad.cimError));
+    } catch (const CimRefusal& refusal) {
+        reply.setLogText(refusal.call.method + " CIM status " + std::to_string(refusal.status));
+        return answer.refuse(refusal.call, refusal.status, refusal.reason);
+    }
+    if (const auto mismatch = mapping.mismatch(request)) {
+        return _send(reply, *mismatch);
+    }
+    reply.setLogText(_logText(request, 0));
+    reply.setLateAnswer([call = request.call, headers = mapping.answerHeaders(), this] {
+        return HttpAnswer{
+            200, headers,
+            CimResponseWriter::error(call, CIM_ERR_FAILED,
+                                     "the provider did not answer within " +
+                                         std::to_string(_limits.answer.count()) + " seconds")};
+    });
+    InProcessServer::Caller caller{http.user, parseAcceptLanguage(http.header("Accept-Language"))};
+    int status = CIM_ERR_FAILED;
+    std::string reason;
+    try {
+        for (const auto& [name, value] : mapping.answerHeaders()) {
+            reply.addHeader(name, value);
+        }
+        CimResponseWriter writer(request.call,
+                                 [&reply](std::string_view bytes) { reply.write(bytes); });
+        _server.carryOut(request, caller, writer);
+        return;
+    } catch (const Disconnected&) {
+        throw;
+    } catch (const CIMException& exception) {
+        status = exception.getCode();
+        reason = make_string(exception.getMessage());
+    } catch (const Exception& exception) {
+        reason = make_string(exception.getMessage());
+    } catch (const std::exception& exception) {
+        reason = exception.what();
+    }
+    reply.setLogText(_logText(request, status));
+    answer.refuse(request.call, status, reason);
+}
+
+}  // namespace QZ
