@@ -95,7 +95,7 @@ std::vector<CIMInstance> InteropInstances::_objectManager() const {
                 .set("Name", MANAGER_NAME)
                 .set("ElementName", "tavqz")
                 .set("Description", "The embedded CIM server of tavqz")
-                .set("Version", make_string(Product::getVersion()))
+                .set("Version", make_string(make_String(Product::getVersion())))
                 .set("GatherStatisticalData", Boolean(false))
                 .set("EnabledState", ENABLED)
                 .make(_schema.interop)};
