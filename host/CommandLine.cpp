@@ -117,6 +117,14 @@ void _addCommands(CLI::App& app, Request& request) {
         ->required();
     capture->add_flag("--sanitize", request.isSanitized,
                       "Replace serial numbers, UUIDs and names by others");
+    CLI::App* due = _addCommand(app, request, Request::Due, "due", "Write what runs out soon",
+                                "due --within 90d");
+    due->add_option("--within", request.within, "How soon, in days")
+        ->type_name("DAYS")
+        ->capture_default_str();
+    due->footer(
+        "Exit status, as monitoring plug-ins end: 0 nothing is due, 1 something runs out\n"
+        "within the days, 2 something has run out.\n\nExample:\n  tavqz due --within 90d");
 }
 
 }  // namespace

@@ -25,12 +25,13 @@ public:
 
 // What the arguments ask for.
 struct Request {
-    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes, Capture };
+    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes, Capture, Due };
 
     Command command = Report;
     std::string subject;                   // a class, a path or a folder
     std::vector<std::string> assignments;  // of "set" and "create", each "Property=value"
     bool isSanitized = false;              // of "capture"
+    std::string within = "90d";            // of "due"
     std::string format = "table";
     std::string root;  // each empty where it is not given, and as it was written
     std::string dataFolder;

@@ -9,6 +9,7 @@
 
 #include "Assignment.h"
 #include "CimText.h"
+#include "Due.h"
 #include "Output.h"
 #include "Report.h"
 
@@ -165,6 +166,8 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
             return {};
         case Request::Classes:
             return {output->classes(server.schema())};
+        case Request::Due:
+            return listDue(server, parseDays(request.within), request.format);
         case Request::Capture:
             break;  // which asks the machine, not a server
     }
