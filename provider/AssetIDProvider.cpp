@@ -23,7 +23,7 @@ CIMOMHandle* _cimomHandle = nullptr;
 AssetIDProvider::AssetIDProvider() {
     cBusComm* bus = nullptr;
     if (_spCommon.getCommonCommDevice(&bus) == 0 && bus != nullptr &&
-        _spCommon.getCommonLibDevice(bus, &_spLibrary) == 0) {
+        _spCommon.getCommonLibDevice(bus, &_spLibrary) == 0 && _spLibrary != nullptr) {
         _spFound = true;
         _spCount = bus->getServiceProcessorCount();
     }

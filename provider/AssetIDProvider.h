@@ -5,9 +5,12 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMIndicationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <tavqz/VPD.h>
 #include <tavqz/cSPCommonInt.h>
 
 #include <atomic>
+#include <string>
+#include <vector>
 #include <memory>
 
 #include "Mutex.h"
@@ -95,6 +98,42 @@ public:
 
     // Whether a service processor answered when the provider was made.
     bool foundSP() const { return _spFound; }
+
+    // What the service processor of that index, from 0, says: an instance of the class for each
+    // thing that it answers for, with a path of class and keys. What it fails to answer is left
+    // out. The vector is the caller's to delete. Only where foundSP().
+    using SpInstances = std::vector<Pegasus::CIMInstance>;
+    SpInstances* getVigilPresentInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilPostBiosVPDInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilMachineLevelVPDInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilSystemStateInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilWatchdogInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilManagementProcessorVPDInstances(int spIndex, Pegasus::String className);
+    SpInstances* getVigilComponentVPDInstances(int spIndex, Pegasus::String className);
+    // The same, from the FRUs of a controller that speaks IPMI.
+    SpInstances* getIPMIVigilComponentVPDInstances(int spIndex, Pegasus::String className);
+
+    // The codes of service processors as texts in the user's language, and as other codes. A code
+    // that is not known has the text of "MSGID_UNKNOWN", of a state not known, or none; the
+    // numbers are 0.
+    std::wstring getStringForDeviceType(VPD_INST_TYPE type);
+    std::wstring getStringForSPType(int spType, bool abbreviated);
+    std::wstring getStringForSysState(int state);
+    int getDeviceTypeForDeviceType(VPD_INST_TYPE type);
+    VPD_INST_TYPE getInstTypeForIPMIEntityID(int entityId);
+
+    // A service-processor class in the dispatch: what the log says that a client asked for, and
+    // who builds. ipmiBuilder is for processors of the kind that speaks IPMI, if not null.
+    using SpBuilder = SpInstances* (AssetIDProvider::*)(int spIndex, Pegasus::String className);
+    struct SpBranch {
+        const char* asked;
+        SpBuilder builder;
+        SpBuilder ipmiBuilder;
+    };
+
+    // Delivers what is built of each service processor in turn; nothing where there is none.
+    void deliverSpInstances(const SpBranch& branch, const Pegasus::String& className,
+                            Pegasus::InstanceResponseHandler& handler);
 
 private:
     // Enables less disables, over all provider objects of the module.

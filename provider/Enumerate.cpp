@@ -28,7 +28,8 @@ constexpr const char* _component = "AssetIDProvider";
 // Delivers the instance of a record class. Saving the record back may fail, on a disk that is
 // full or read-only, and the client has its answer all the same.
 template <class Record, const RecordClass<Record>& recordClass>
-void _deliverRecord(const CIMObjectPath& classPath, InstanceResponseHandler& handler) {
+void _deliverRecord(AssetIDProvider&, const CIMObjectPath& classPath,
+                    InstanceResponseHandler& handler) {
     bool delivered = false;
     try {
         const Record record;
@@ -42,27 +43,56 @@ void _deliverRecord(const CIMObjectPath& classPath, InstanceResponseHandler& han
     }
 }
 
-// The class is ours, and this machine has nothing of its kind.
-void _deliverNothing(const CIMObjectPath&, InstanceResponseHandler&) {}
+void _deliverSerialNumbers(AssetIDProvider&, const CIMObjectPath& classPath,
+                           InstanceResponseHandler& handler) {
+    deliverSerialNumbers(classPath, handler);
+}
+
+constexpr AssetIDProvider::SpBranch _componentVpd = {
+    "user asked for component vpd instances", &AssetIDProvider::getVigilComponentVPDInstances,
+    &AssetIDProvider::getIPMIVigilComponentVPDInstances};
+constexpr AssetIDProvider::SpBranch _machineLevelVpd = {
+    "user asked for chassis (machine level) vpd instances",
+    &AssetIDProvider::getVigilMachineLevelVPDInstances, nullptr};
+constexpr AssetIDProvider::SpBranch _managementProcessorVpd = {
+    "user asked for management processor vpd instances",
+    &AssetIDProvider::getVigilManagementProcessorVPDInstances, nullptr};
+constexpr AssetIDProvider::SpBranch _postBiosVpd = {"user asked for post/bios vpd instances",
+                                                    &AssetIDProvider::getVigilPostBiosVPDInstances,
+                                                    nullptr};
+constexpr AssetIDProvider::SpBranch _present = {
+    "user asked for vigil present instances", &AssetIDProvider::getVigilPresentInstances, nullptr};
+constexpr AssetIDProvider::SpBranch _watchdog = {
+    "user asked for watchdog instances", &AssetIDProvider::getVigilWatchdogInstances, nullptr};
+constexpr AssetIDProvider::SpBranch _systemState = {"user asked for system state instances",
+                                                    &AssetIDProvider::getVigilSystemStateInstances,
+                                                    nullptr};
+
+template <const AssetIDProvider::SpBranch& branch>
+void _deliverSp(AssetIDProvider& provider, const CIMObjectPath& classPath,
+                InstanceResponseHandler& handler) {
+    provider.deliverSpInstances(branch, classPath.getClassName().getString(), handler);
+}
 
 struct DispatchRow {
     const String& className;
-    void (*deliver)(const CIMObjectPath& classPath, InstanceResponseHandler& handler);
+    void (*deliver)(AssetIDProvider& provider, const CIMObjectPath& classPath,
+                    InstanceResponseHandler& handler);
 };
 
 const DispatchRow _dispatch[] = {
-    {ClassName::VigilComponentVPD, _deliverNothing},
-    {ClassName::VigilMachineLevelVPD, _deliverNothing},
-    {ClassName::VigilManagementProcessorVPD, _deliverNothing},
-    {ClassName::VigilPostBiosVPD, _deliverNothing},
-    {ClassName::VigilPresent, _deliverNothing},
-    {ClassName::VigilWatchdog, _deliverNothing},
-    {ClassName::VigilSystemState, _deliverNothing},
+    {ClassName::VigilComponentVPD, _deliverSp<_componentVpd>},
+    {ClassName::VigilMachineLevelVPD, _deliverSp<_machineLevelVpd>},
+    {ClassName::VigilManagementProcessorVPD, _deliverSp<_managementProcessorVpd>},
+    {ClassName::VigilPostBiosVPD, _deliverSp<_postBiosVpd>},
+    {ClassName::VigilPresent, _deliverSp<_present>},
+    {ClassName::VigilWatchdog, _deliverSp<_watchdog>},
+    {ClassName::VigilSystemState, _deliverSp<_systemState>},
     {ClassName::Lease, _deliverRecord<Lease, leaseClass>},
     {ClassName::Warranty, _deliverRecord<Warranty, warrantyClass>},
     {ClassName::ComputerSystemDetails,
      _deliverRecord<ComputerSystemDetails, computerSystemDetailsClass>},
-    {ClassName::SerialNumberInformation, deliverSerialNumbers},
+    {ClassName::SerialNumberInformation, _deliverSerialNumbers},
 };
 
 const DispatchRow& _findRow(const String& className) {
@@ -88,7 +118,7 @@ void AssetIDProvider::enumerateInstances(const OperationContext& context,
     atBoundary([&] {
         const LanguageScope language(requestLanguage(context));
         handler.processing();
-        _findRow(classPath.getClassName().getString()).deliver(classPath, handler);
+        _findRow(classPath.getClassName().getString()).deliver(*this, classPath, handler);
         handler.complete();
         logItem(_component, "enumerateInstances() exiting");
     });

@@ -11,9 +11,8 @@ CIMObjectPath makeInstancePath(const CIMObjectPath& asked, const CIMInstance& in
     Array<CIMKeyBinding> bindings;
     for (std::size_t i = 0; i < keyCount; ++i) {
         const CIMName name(keys[i]);
-        String value;
-        instance.getProperty(instance.findProperty(name)).getValue().get(value);
-        bindings.append(CIMKeyBinding(name, value, CIMKeyBinding::STRING));
+        bindings.append(
+            CIMKeyBinding(name, instance.getProperty(instance.findProperty(name)).getValue()));
     }
     CIMObjectPath path = asked;
     path.setKeyBindings(bindings);

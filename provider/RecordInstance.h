@@ -12,7 +12,7 @@
 
 namespace QZ {
 
-// The path asked for, with these keys: properties of the instance, which are texts.
+// The path asked for, with these keys: properties of the instance.
 Pegasus::CIMObjectPath makeInstancePath(const Pegasus::CIMObjectPath& asked,
                                         const Pegasus::CIMInstance& instance,
                                         const char* const* keys, std::size_t keyCount);

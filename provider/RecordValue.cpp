@@ -17,12 +17,24 @@ CIMValue toCimValue(const std::wstring& text) {
     return CIMValue(make_String(text));
 }
 
+CIMValue toCimValue(const String& text) {
+    return CIMValue(text);
+}
+
 CIMValue toCimValue(unsigned char number) {
     return CIMValue(Uint8(number));
 }
 
+CIMValue toCimValue(Uint16 number) {
+    return CIMValue(number);
+}
+
 CIMValue toCimValue(unsigned int number) {
     return CIMValue(Uint32(number));
+}
+
+CIMValue toCimValue(Uint64 number) {
+    return CIMValue(number);
 }
 
 CIMValue toCimValue(const DateTime& date) {

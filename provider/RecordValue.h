@@ -16,8 +16,11 @@ namespace QZ {
 
 Pegasus::CIMValue toCimValue(const std::string& text);
 Pegasus::CIMValue toCimValue(const std::wstring& text);
+Pegasus::CIMValue toCimValue(const Pegasus::String& text);
 Pegasus::CIMValue toCimValue(unsigned char number);
+Pegasus::CIMValue toCimValue(Pegasus::Uint16 number);
 Pegasus::CIMValue toCimValue(unsigned int number);
+Pegasus::CIMValue toCimValue(Pegasus::Uint64 number);
 Pegasus::CIMValue toCimValue(const DateTime& date);
 
 // Null is empty text, 0, or an interval. Each throws the CIM library's type mismatch where the
@@ -35,6 +38,10 @@ template <class Value>
 constexpr Pegasus::CIMType cimTypeOf() {
     if constexpr (std::is_same_v<Value, unsigned char>) {
         return Pegasus::CIMTYPE_UINT8;
+    } else if constexpr (std::is_same_v<Value, Pegasus::Uint16>) {
+        return Pegasus::CIMTYPE_UINT16;
+    } else if constexpr (std::is_same_v<Value, Pegasus::Uint64>) {
+        return Pegasus::CIMTYPE_UINT64;
     } else if constexpr (std::is_same_v<Value, unsigned int>) {
         return Pegasus::CIMTYPE_UINT32;
     } else if constexpr (std::is_same_v<Value, DateTime>) {
