@@ -9,9 +9,9 @@
 #include <tavqz/cSPCommonInt.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <vector>
-#include <memory>
 
 #include "Mutex.h"
 
