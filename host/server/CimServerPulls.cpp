@@ -37,6 +37,17 @@ void _refuseExtras(const CimRequest& request) {
     }
 }
 
+// The machine's name, where it is one that a path can have.
+String _host() {
+    const String name = make_String(System::getName());
+    try {
+        CIMObjectPath().setHost(name);
+        return name;
+    } catch (const Exception&) {
+        return "localhost";
+    }
+}
+
 }  // namespace
 
 void CimServer::_openEnumeration(const Call& call) {
@@ -89,7 +100,7 @@ void CimServer::_closeEnumeration(const Call& call) {
 }
 
 void CimServer::_writePulled(const Call& call, const PullContexts::Pulled& pulled) {
-    const String host = make_String(System::getName());
+    const String host = _host();
     const auto full = [&](CIMObjectPath path) {
         path.setHost(host);
         path.setNameSpace(call.request.nameSpace);

@@ -235,6 +235,17 @@ private:
         } else if (name == "AsksBack") {
             handler.deliver(_handle->enumerateInstances(context, "root/tavqz", "TEST_Several", true,
                                                         false, false, false, CIMPropertyList()));
+        } else if (name == "Many") {
+            for (Uint32 number = 0; number < 10000; ++number) {
+                CIMInstance instance = _instance(path);
+                _add(instance, "Number", CIMValue(number));
+                handler.deliver(instance);
+            }
+        } else if (name == "ManyThenThrows") {
+            for (Uint32 number = 0; number < 10000; ++number) {
+                handler.deliver(_instance(path));
+            }
+            throw CIMException(CIM_ERR_ACCESS_DENIED, "enough");
         } else if (name == "Prints") {
             std::printf("printed by the module\n");
             handler.deliver(_instance(path));
