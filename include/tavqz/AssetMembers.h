@@ -8,47 +8,47 @@
  * _READ_ONLY.
  */
 
-#define TAVQZ_ASSET_TEXTS(X)             \
-    X(CSDetails, AssetNumber)            \
-    X(CSDetails, AssetIdTag)             \
-    X(CSDetails, OwnerName)              \
-    X(CSDetails, OwnerPhone)             \
-    X(CSDetails, OwnerPosition)          \
-    X(CSDetails, OwnerDepartment)        \
-    X(CSDetails, SystemLocation)         \
-    X(CSDetails, KELPProfile)            \
-    X(CSDetails, DeploymentProfile)      \
-    X(Lease, Lessor)                     \
-    X(Lease, Payment)                    \
+#define TAVQZ_ASSET_TEXTS(X)        \
+    X(CSDetails, AssetNumber)       \
+    X(CSDetails, AssetIdTag)        \
+    X(CSDetails, OwnerName)         \
+    X(CSDetails, OwnerPhone)        \
+    X(CSDetails, OwnerPosition)     \
+    X(CSDetails, OwnerDepartment)   \
+    X(CSDetails, SystemLocation)    \
+    X(CSDetails, KELPProfile)       \
+    X(CSDetails, DeploymentProfile) \
+    X(Lease, Lessor)                \
+    X(Lease, Payment)               \
     X(Warranty, Cost)
 
-#define TAVQZ_ASSET_TEXTS_READ_ONLY(X)   \
-    X(CSDetails, ProductName)            \
-    X(CSDetails, Systemuuid)             \
-    X(CSDetails, SystemSerialNumber)     \
-    X(CSDetails, SystemModelNumber)      \
-    X(CSDetails, SystemModelName)        \
-    X(CSDetails, SystemName)             \
+#define TAVQZ_ASSET_TEXTS_READ_ONLY(X) \
+    X(CSDetails, ProductName)          \
+    X(CSDetails, Systemuuid)           \
+    X(CSDetails, SystemSerialNumber)   \
+    X(CSDetails, SystemModelNumber)    \
+    X(CSDetails, SystemModelName)      \
+    X(CSDetails, SystemName)           \
     X(CSDetails, Version)
 
-#define TAVQZ_ASSET_DATES(X)             \
-    X(CSDetails, LastInventoried)        \
-    X(CSDetails, SystemPurchaseDate)     \
-    X(CSDetails, KELPUpdateTime)         \
-    X(CSDetails, DeploymentUpdateTime)   \
-    X(CSDetails, DateTime)               \
-    X(Lease, StartDate)                  \
-    X(Lease, EndDate)                    \
+#define TAVQZ_ASSET_DATES(X)           \
+    X(CSDetails, LastInventoried)      \
+    X(CSDetails, SystemPurchaseDate)   \
+    X(CSDetails, KELPUpdateTime)       \
+    X(CSDetails, DeploymentUpdateTime) \
+    X(CSDetails, DateTime)             \
+    X(Lease, StartDate)                \
+    X(Lease, EndDate)                  \
     X(Warranty, EndDate)
 
-#define TAVQZ_ASSET_BYTES(X)             \
-    X(Lease, LRF)                        \
-    X(Lease, Term)                       \
-    X(Warranty, Duration)                \
+#define TAVQZ_ASSET_BYTES(X) \
+    X(Lease, LRF)            \
+    X(Lease, Term)           \
+    X(Warranty, Duration)    \
     X(Warranty, DurationUnit)
 
-#define TAVQZ_ASSET_NUMBERS(X)           \
-    X(Lease, Buyout)                     \
+#define TAVQZ_ASSET_NUMBERS(X) \
+    X(Lease, Buyout)           \
     X(Lease, FMV)
 
 #define TAVQZ_ASSET_NUMBERS_READ_ONLY(X) X(CSDetails, AssetIdStringAreaSize)

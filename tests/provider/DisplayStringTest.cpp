@@ -1,15 +1,26 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
-// Which key each code of a service processor has. This program has no catalogues beside it, so that
-// a key is its own text.
+// Which key each code of a service processor has.
 
 #include <map>
 
+#include "Locale.h"
+#include "Product.h"
 #include "ProviderTest.h"
+#include "ResourceString.h"
 
 namespace {
 
 using DisplayString = ProviderTest;
+
+// The key's text; every key has one in the catalogues.
+std::wstring _text(const std::wstring& key) {
+    using namespace QZ;
+    std::wstring text =
+        ResourceString(Product::getResourceLibrary("", Locale::getLanguageId()), key).toString();
+    EXPECT_NE(text, key);
+    return text;
+}
 
 TEST_F(DisplayString, NamesTheFamiliesLongAndShort) {
     const std::map<int, std::wstring> keys = {
@@ -18,9 +29,10 @@ TEST_F(DisplayString, NamesTheFamiliesLongAndShort) {
     for (int type = -2; type < 110; ++type) {
         const auto found = keys.find(type);
         const bool known = found != keys.end();
-        EXPECT_EQ(provider->getStringForSPType(type, false), known ? found->second : L"") << type;
+        EXPECT_EQ(provider->getStringForSPType(type, false), known ? _text(found->second) : L"")
+            << type;
         EXPECT_EQ(provider->getStringForSPType(type, true),
-                  known ? found->second + L"_ABBREV" : L"")
+                  known ? _text(found->second + L"_ABBREV") : L"")
             << type;
     }
 }
@@ -48,7 +60,7 @@ TEST_F(DisplayString, NamesTheKindsOfDevice) {
     for (int type = -2; type < 40; ++type) {
         const auto found = keys.find(type);
         EXPECT_EQ(provider->getStringForDeviceType(static_cast<VPD_INST_TYPE>(type)),
-                  found != keys.end() ? found->second : L"MSGID_UNKNOWN")
+                  _text(found != keys.end() ? found->second : L"MSGID_UNKNOWN"))
             << type;
     }
 }
@@ -60,7 +72,7 @@ TEST_F(DisplayString, NamesTheStates) {
                                  L"CURRENT_STATE_CPU_RESET",    L"CURRENT_STATE_BEFORE_POST"};
     for (int state = -2; state < 12; ++state) {
         EXPECT_EQ(provider->getStringForSysState(state),
-                  state >= 0 && state < 8 ? keys[state] : keys[0])
+                  _text(state >= 0 && state < 8 ? keys[state] : keys[0]))
             << state;
     }
 }
