@@ -75,6 +75,27 @@ CLI::App* _addCommand(CLI::App& app, Request& request, Request::Command command,
     return added;
 }
 
+void _addServe(CLI::App& app, Request& request) {
+    CLI::App* added =
+        _addCommand(app, request, Request::Serve, "serve",
+                    "Answer CIM clients over HTTP until it is told to stop", "serve --port 0");
+    ServeRequest& serve = request.serve;
+    added->add_option("--listen", serve.address, "The address, one of this machine's own")
+        ->type_name("ADDRESS")
+        ->capture_default_str();
+    added->add_option("--port", serve.port, "The port; 0: any that is free")
+        ->type_name("PORT")
+        ->check(CLI::Range(0, 65535))
+        ->capture_default_str();
+    added->add_option("--user", serve.user, "Who may ask")
+        ->type_name("NAME")
+        ->capture_default_str();
+    added
+        ->add_option("--password-file", serve.passwordFile,
+                     "The file whose first line is the password; else one is made")
+        ->type_name("FILE");
+}
+
 void _addCommands(CLI::App& app, Request& request) {
     _addCommand(app, request, Request::Report, "report",
                 "Lay out everything the machine answers, for people", "report");
@@ -125,6 +146,7 @@ void _addCommands(CLI::App& app, Request& request) {
     due->footer(
         "Exit status, as monitoring plug-ins end: 0 nothing is due, 1 something runs out\n"
         "within the days, 2 something has run out.\n\nExample:\n  tavqz due --within 90d");
+    _addServe(app, request);
 }
 
 }  // namespace

@@ -23,15 +23,24 @@ public:
     using Error::Error;
 };
 
+// What "serve" is told.
+struct ServeRequest {
+    std::string address = "127.0.0.1";
+    unsigned port = 5988;  // 0: any that is free
+    std::string user = "tavqz";
+    std::string passwordFile;  // empty: a password for this run
+};
+
 // What the arguments ask for.
 struct Request {
-    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes, Capture, Due };
+    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes, Capture, Due, Serve };
 
     Command command = Report;
     std::string subject;                   // a class, a path or a folder
     std::vector<std::string> assignments;  // of "set" and "create", each "Property=value"
     bool isSanitized = false;              // of "capture"
     std::string within = "90d";            // of "due"
+    ServeRequest serve;
     std::string format = "table";
     std::string root;  // each empty where it is not given, and as it was written
     std::string dataFolder;

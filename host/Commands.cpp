@@ -169,7 +169,8 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
         case Request::Due:
             return listDue(server, parseDays(request.within), request.format);
         case Request::Capture:
-            break;  // which asks the machine, not a server
+        case Request::Serve:
+            break;  // neither asks a server
     }
     return {};
 }

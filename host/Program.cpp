@@ -7,6 +7,7 @@
 #include <csignal>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 
 #include "Assignment.h"
 #include "Capture.h"
@@ -15,6 +16,7 @@
 #include "Commands.h"
 #include "InProcessServer.h"
 #include "ResultOutput.h"
+#include "Serve.h"
 #include "Sources.h"
 #include "TerminalText.h"
 #include "Workplace.h"
@@ -32,12 +34,22 @@ int _fail(ExitStatus status, const std::string& message) {
     return status;
 }
 
+std::unique_ptr<InProcessServer> _makeServer(const Workplace& place) {
+    return std::make_unique<InProcessServer>(
+        Schema::load(place.schemaFolder), [place](const std::string& location) {
+            return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
+                                            : place.moduleFile;
+        });
+}
+
+ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& output) {
+    return serve(request.serve, [&place] { return _makeServer(place); },
+                 {[&output](const std::string& line) { output.write(line + "\n"); }, _say});
+}
+
 CommandResult _carryOut(const Request& request, const Workplace& place) {
-    InProcessServer server(Schema::load(place.schemaFolder), [&place](const std::string& location) {
-        return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
-                                        : place.moduleFile;
-    });
-    const CommandResult result = runCommand(request, server, _say);
+    const std::unique_ptr<InProcessServer> server = _makeServer(place);
+    const CommandResult result = runCommand(request, *server, _say);
     if (request.command == Request::Report) {
         // The module has made what it can by now: its data folder, for example.
         for (const std::string& sentence : missingSources()) {
@@ -63,6 +75,9 @@ int _run(int count, const char* const* arguments, ResultOutput& output) {
     const std::string folder =
         isCapture ? std::filesystem::absolute(parsed.request.subject).string() : std::string();
     enterWorkplace(place);
+    if (parsed.request.command == Request::Serve) {
+        return _serve(parsed.request, place, output);
+    }
     const CommandResult result = isCapture
                                      ? captureMachine(folder, parsed.request.isSanitized, _say)
                                      : _carryOut(parsed.request, place);

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Credentials.h"
+
+#include <sys/random.h>
+#include <sys/stat.h>
+
+#include "Error.h"
+#include "FileContent.h"
+
+namespace QZ {
+
+namespace {
+
+constexpr std::size_t PASSWORD_BYTES = 12;
+constexpr std::size_t LONGEST_FILE = 4096;
+
+}  // namespace
+
+std::string makePassword() {
+    unsigned char bytes[PASSWORD_BYTES];
+    if (getrandom(bytes, sizeof bytes, 0) != ssize_t(sizeof bytes)) {
+        throw Error("Cannot make a password: the system has no random numbers");
+    }
+    static const char DIGITS[] = "0123456789abcdef";
+    std::string password;
+    for (const unsigned char byte : bytes) {
+        password += DIGITS[byte >> 4U];
+        password += DIGITS[byte & 0xFU];
+    }
+    return password;
+}
+
+std::string readPassword(const std::string& file) {
+    const FileContent content = readWholeFile(file, LONGEST_FILE);
+    if (content.state == FileContent::Missing || content.state == FileContent::Unreadable) {
+        throwSystemError("Cannot read the password file", file, content.error);
+    }
+    if (content.state != FileContent::Read) {
+        throw Error("Cannot read the password file " + file + ": it is no short text file");
+    }
+    struct stat status {};
+    if (stat(file.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+        throw Error("The password file " + file + " is others' to read: chmod 600 it");
+    }
+    const std::string password = content.text.substr(0, content.text.find_first_of("\r\n"));
+    if (password.empty()) {
+        throw Error("The password file " + file + " has no password in its first line");
+    }
+    return password;
+}
+
+}  // namespace QZ

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Serve.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+#include "BasicCredentials.h"
+#include "Credentials.h"
+#include "HttpServer.h"
+#include "RequestHandler.h"
+
+namespace QZ {
+
+namespace {
+
+// For requests that are being answered when the server is told to stop.
+constexpr std::chrono::seconds STOP_TIME{10};
+
+bool _isLoopback(const std::string& address) {
+    return address.rfind("127.", 0) == 0 || address == "::1";
+}
+
+std::string _url(const ServeRequest& request, const std::string& password, unsigned port) {
+    const bool isV6 = request.address.find(':') != std::string::npos;
+    const std::string host = isV6 ? "[" + request.address + "]" : request.address;
+    // A password from a file is known to who needs it, and stands in no log.
+    const std::string secret = request.passwordFile.empty() ? ":" + password : "";
+    return "http://" + request.user + secret + "@" + host + ":" + std::to_string(port);
+}
+
+std::string _logLine(const HttpLogRecord& record) {
+    char time[32];
+    std::snprintf(time, sizeof time, "%.1f ms", double(record.time.count()) / 1000);
+    std::string line = record.peer + " " + (record.user.empty() ? "-" : record.user) + " " +
+                       (record.method.empty() ? "-" : record.method);
+    line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";
+    return line + std::to_string(record.bytes) + " bytes " + time;
+}
+
+HttpServerOptions _options(const ServeRequest& request, const std::string& password,
+                           const ServeOutput& output) {
+    HttpServerOptions options;
+    options.address = request.address;
+    options.port = std::uint16_t(request.port);
+    options.authenticate = [user = request.user, password](const std::string& given,
+                                                           const std::string& secret) {
+        const bool sameUser = equalSecrets(user, given);
+        return equalSecrets(password, secret) && sameUser;
+    };
+    options.log = [log = output.log](const HttpLogRecord& record) { log(_logLine(record)); };
+    return options;
+}
+
+void _check(const ServeRequest& request) {
+    if (!_isLoopback(request.address)) {
+        throw UsageError("--listen " + request.address +
+                         ": passwords would cross the network in the clear; only addresses of "
+                         "this machine are served, such as 127.0.0.1 or ::1");
+    }
+    if (request.user.empty() ||
+        request.user.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                       "0123456789._-") != std::string::npos) {
+        throw UsageError("--user: a name of letters, digits, \".\", \"_\" and \"-\" is expected");
+    }
+}
+
+// The signals that end the server, kept for the one thread that waits for them.
+class StopSignals {
+public:
+    StopSignals() {
+        sigemptyset(&_set);
+        sigaddset(&_set, SIGTERM);
+        sigaddset(&_set, SIGINT);
+        pthread_sigmask(SIG_BLOCK, &_set, nullptr);
+    }
+
+    void wait() const {
+        int signal = 0;
+        sigwait(&_set, &signal);
+    }
+
+private:
+    sigset_t _set{};
+};
+
+}  // namespace
+
+ExitStatus serve(const ServeRequest& request,
+                 const std::function<std::unique_ptr<InProcessServer>()>& makeProviders,
+                 const ServeOutput& output) {
+    _check(request);
+    const std::string password =
+        request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
+    const StopSignals signals;
+    const std::unique_ptr<InProcessServer> providers = makeProviders();
+    RequestHandler handler(*providers, {});
+    HttpServer server(
+        _options(request, password, output),
+        [&handler](const HttpRequest& http, HttpReply& reply) { handler.handle(http, reply); });
+    output.announce(_url(request, password, server.port()));
+    signals.wait();
+    if (!server.stop(STOP_TIME)) {
+        output.log("stopped although a provider has not answered");
+        // Its threads still use what would be taken apart.
+        _exit(EXIT_FAILED);
+    }
+    return EXIT_OK;
+}
+
+}  // namespace QZ
