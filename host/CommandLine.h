@@ -42,7 +42,8 @@ struct Request {
     std::string within = "90d";            // of "due"
     ServeRequest serve;
     std::string format = "table";
-    std::string root;  // each empty where it is not given, and as it was written
+    std::string server;  // its URL, empty where this process asks the module
+    std::string root;    // each empty where it is not given, and as it was written
     std::string dataFolder;
     std::string moduleFile;
     std::string schemaFolder;
@@ -58,8 +59,10 @@ struct ParsedArguments {
         EXIT_OK;  // EXIT_OK: the text is for standard output, else for standard error
 };
 
-// Reads the arguments, the first of which is the program's name, and for what they leave open the
-// environment's TAVQZ_HOST_ROOT and TAVQZ_DATA_DIR. Global options may stand anywhere.
+// Reads the arguments, the first of which is the program's name. Global options may stand anywhere.
+//
+// What they leave open the environment may say: TAVQZ_SERVER where none of the options is given
+// that choose a machine, TAVQZ_HOST_ROOT and TAVQZ_DATA_DIR where no server is asked.
 ParsedArguments parseArguments(int count, const char* const* arguments);
 
 }  // namespace QZ

@@ -15,8 +15,10 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "InProcessServer.h"
+#include "RemoteServer.h"
 #include "ResultOutput.h"
 #include "Serve.h"
+#include "ServerAddress.h"
 #include "Sources.h"
 #include "TerminalText.h"
 #include "Workplace.h"
@@ -47,6 +49,13 @@ ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& 
                  {[&output](const std::string& line) { output.write(line + "\n"); }, _say});
 }
 
+int _askServer(const Request& request, ResultOutput& output) {
+    RemoteServer server(parseServerUrl(request.server));
+    const CommandResult result = runCommand(request, server, _say);
+    output.write(result.text);
+    return result.status;
+}
+
 CommandResult _carryOut(const Request& request, const Workplace& place) {
     const std::unique_ptr<InProcessServer> server = _makeServer(place);
     const CommandResult result = runCommand(request, *server, _say);
@@ -68,6 +77,9 @@ int _run(int count, const char* const* arguments, ResultOutput& output) {
             std::cerr << parsed.text;
         }
         return parsed.status;
+    }
+    if (!parsed.request.server.empty()) {
+        return _askServer(parsed.request, output);
     }
     const Workplace place = findWorkplace(parsed.request, executableFolder());
     const bool isCapture = parsed.request.command == Request::Capture;
