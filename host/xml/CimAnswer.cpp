@@ -6,6 +6,7 @@
 
 #include <charconv>
 
+#include "CimText.h"
 #include "XmlObjects.h"
 
 namespace QZ {
@@ -117,6 +118,11 @@ CimAnswer decodeAnswer(std::string_view body, const CimCall& call) {
         throw NoCimAnswer(error.what());
     } catch (const XmlValueError& error) {
         throw NoCimAnswer(error.what());
+    } catch (const CIMException&) {
+        throw;
+    } catch (const Exception& exception) {
+        // What the parts of an object say when they do not go together.
+        throw NoCimAnswer(make_string(exception.getMessage()));
     }
 }
 

@@ -3,12 +3,15 @@
 #include "CimRequest.h"
 
 #include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
 
 #include <algorithm>
 #include <set>
 
 #include "CimParameters.h"
+#include "CimText.h"
 #include "MofSyntax.h"
+#include "XmlGrammar.h"
 #include "XmlObjects.h"
 
 namespace QZ {
@@ -26,9 +29,29 @@ const XmlElement& _only(const XmlElement& element) {
     return element.children.front();
 }
 
+// Two or three numbers with points between them.
+bool _isVersion(const std::string& text) {
+    int points = 0;
+    bool hasDigit = false;
+    for (const char c : text) {
+        if (c == '.' && hasDigit && points < 2) {
+            ++points;
+            hasDigit = false;
+        } else if (c >= '0' && c <= '9') {
+            hasDigit = true;
+        } else {
+            return false;
+        }
+    }
+    return points > 0 && hasDigit;
+}
+
 void _checkVersion(const XmlElement& element, const char* attribute, const char* major,
                    const char* cimError) {
     const std::string& version = requiredAttribute(element, attribute);
+    if (!_isVersion(version)) {
+        throw XmlLayoutError(std::string(attribute) + " is no version: " + version);
+    }
     if (version.rfind(major, 0) != 0) {
         throw CimBadRequest{501, cimError, std::string(attribute) + " is " + version};
     }
@@ -37,22 +60,6 @@ void _checkVersion(const XmlElement& element, const char* attribute, const char*
 void _checkName(const XmlElement& element, const char* name) {
     if (element.name != name) {
         throw XmlLayoutError(std::string(name) + " expected, not " + element.name);
-    }
-}
-
-bool _isBlank(const std::string& text) {
-    return text.find_first_not_of(" \t\r\n") == text.npos;
-}
-
-// Text may stand only where DSP0201 has #PCDATA.
-void _checkText(const XmlElement& element) {
-    const bool holdsText =
-        element.name == "VALUE" || element.name == "KEYVALUE" || element.name == "HOST";
-    if (!holdsText && !_isBlank(element.text)) {
-        throw XmlLayoutError(element.name + " holds text");
-    }
-    for (const XmlElement& child : element.children) {
-        _checkText(child);
     }
 }
 
@@ -80,6 +87,9 @@ auto _orRefuse(const CimCall& call, int status, const std::string& what, Read re
         return read();
     } catch (const XmlValueError& error) {
         throw CimRefusal{call, status, what + error.what()};
+    } catch (const Pegasus::Exception& exception) {
+        // What the parts of an object say when they do not go together.
+        throw CimRefusal{call, status, what + make_string(exception.getMessage())};
     }
 }
 
@@ -91,7 +101,6 @@ void _readParameters(const CimMethod& method, const XmlElement& element, CimRequ
         if (child.name == "LOCALNAMESPACEPATH") {
             continue;
         }
-        _checkName(child, "IPARAMVALUE");
         const std::string& name = requiredAttribute(child, "NAME");
         const CimParameter* const parameter =
             std::find_if(method.parameters, end,
@@ -122,27 +131,21 @@ void _readParameters(const CimMethod& method, const XmlElement& element, CimRequ
 
 CimRequest _decode(const XmlElement& root) {
     using namespace Pegasus;
-    _checkText(root);
     CimRequest request;
     const XmlElement& call = _unwrap(root, request.call.messageId);
-    if (call.name != "IMETHODCALL" && call.name != "METHODCALL") {
-        throw XmlLayoutError("IMETHODCALL expected, not " + call.name);
-    }
+    // Behind the versions: another version has other elements.
+    checkXmlGrammar(root);
     request.call.isIntrinsic = call.name == "IMETHODCALL";
     request.call.method = requiredAttribute(call, "NAME");
     if (!request.call.isIntrinsic) {
         throw CimRefusal{request.call, CIM_ERR_NOT_SUPPORTED, "the classes have no methods"};
-    }
-    const XmlElement* const space = call.child("LOCALNAMESPACEPATH");
-    if (!space || &call.children.front() != space) {
-        throw XmlLayoutError("IMETHODCALL does not begin with LOCALNAMESPACEPATH");
     }
     const CimMethod* const method = findMethod(request.call.method);
     if (!method) {
         throw CimRefusal{request.call, CIM_ERR_NOT_SUPPORTED, request.call.method};
     }
     request.nameSpace = _orRefuse(request.call, CIM_ERR_INVALID_NAMESPACE, "",
-                                  [&] { return readNamespacePath(*space); });
+                                  [&] { return readNamespacePath(call.children.front()); });
     _readParameters(*method, call, request);
     return request;
 }

@@ -74,7 +74,7 @@ void CimResponseWriter::instanceWithPath(const Pegasus::CIMObjectPath& path,
                                          const XmlForm& form) {
     _beginValue();
     _xml += "<VALUE.INSTANCEWITHPATH>";
-    appendInstancePath(_xml, path);
+    appendFullInstancePath(_xml, path);
     appendInstance(_xml, instance, form);
     _xml += "</VALUE.INSTANCEWITHPATH>";
     _flush(PIECE);

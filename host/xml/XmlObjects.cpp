@@ -33,19 +33,62 @@ CIMType _type(const XmlElement& element) {
     return type;
 }
 
-CIMKeyBinding _keyValue(const CIMName& name, const XmlElement& element) {
-    const std::string* const kind = element.attribute("VALUETYPE");
-    CIMKeyBinding::Type type = CIMKeyBinding::STRING;
-    if (kind && *kind == "boolean") {
-        type = CIMKeyBinding::BOOLEAN;
-    } else if (kind && *kind == "numeric") {
-        type = CIMKeyBinding::NUMERIC;
-    } else if (kind && *kind != "string") {
-        throw XmlLayoutError("VALUETYPE is \"" + *kind + "\"");
+// What kind of key it is: by VALUETYPE, or where that is left out by TYPE.
+CIMKeyBinding::Type _keyType(const XmlElement& element) {
+    if (const std::string* const kind = element.attribute("VALUETYPE")) {
+        if (*kind == "boolean") {
+            return CIMKeyBinding::BOOLEAN;
+        }
+        if (*kind != "string" && *kind != "numeric") {
+            throw XmlLayoutError("VALUETYPE is \"" + *kind + "\"");
+        }
+        return *kind == "string" ? CIMKeyBinding::STRING : CIMKeyBinding::NUMERIC;
     }
+    if (!element.attribute("TYPE")) {
+        return CIMKeyBinding::STRING;
+    }
+    switch (_type(element)) {
+        case CIMTYPE_BOOLEAN:
+            return CIMKeyBinding::BOOLEAN;
+        case CIMTYPE_STRING:
+        case CIMTYPE_CHAR16:
+        case CIMTYPE_DATETIME:
+            return CIMKeyBinding::STRING;
+        case CIMTYPE_REFERENCE:
+            throw XmlValueError("KEYVALUE is of type reference");
+        default:
+            return CIMKeyBinding::NUMERIC;
+    }
+}
+
+CIMType _numericType(const XmlElement& element) {
+    if (element.attribute("TYPE")) {
+        return _type(element);
+    }
+    // An integer of either sign: reals are no keys.
+    const std::size_t first = element.text.find_first_not_of(" \t\r\n");
+    return first != element.text.npos && element.text[first] == '-' ? CIMTYPE_SINT64
+                                                                    : CIMTYPE_UINT64;
+}
+
+// Fails for a text that is no value of the key's type.
+void _checkKey(const XmlElement& element, CIMKeyBinding::Type type) {
+    CimUntypedValue value;
+    value.isNull = false;
+    value.texts.emplace_back(element.text);
+    if (type == CIMKeyBinding::BOOLEAN) {
+        typedValue(value, CIMTYPE_BOOLEAN, false);
+    } else if (type == CIMKeyBinding::NUMERIC) {
+        typedValue(value, _numericType(element), false);
+    }
+}
+
+CIMKeyBinding _keyValue(const CIMName& name, const XmlElement& element) {
     if (!element.children.empty()) {
         throw XmlLayoutError("KEYVALUE holds elements");
     }
+    const CIMKeyBinding::Type type = _keyType(element);
+    _checkKey(element, type);
     try {
         return {name, _string(element.text), type};
     } catch (const Exception&) {
@@ -54,12 +97,30 @@ CIMKeyBinding _keyValue(const CIMName& name, const XmlElement& element) {
     }
 }
 
-CIMKeyBinding _key(const CIMName& name, const XmlElement& element) {
+// Each path within a path doubles the escapes of the innermost one's text.
+constexpr int MAX_NESTED_PATHS = 4;
+constexpr Uint32 MAX_PATH_SIZE = Uint32(64) * 1024;
+
+CIMObjectPath _instanceName(const XmlElement& element, int depth);
+CIMObjectPath _anyPath(const XmlElement& element, int depth);
+
+String _pathText(const XmlElement& element, int depth) {
+    if (depth >= MAX_NESTED_PATHS) {
+        throw XmlValueError("paths are nested too deeply");
+    }
+    String text = _anyPath(element, depth + 1).toString();
+    if (text.size() > MAX_PATH_SIZE) {
+        throw XmlValueError("a path is too long to be a key");
+    }
+    return text;
+}
+
+CIMKeyBinding _key(const CIMName& name, const XmlElement& element, int depth) {
     if (element.name == "KEYVALUE") {
         return _keyValue(name, element);
     }
     if (element.name == "VALUE.REFERENCE") {
-        return {name, readAnyPath(element).toString(), CIMKeyBinding::REFERENCE};
+        return {name, _pathText(element, depth), CIMKeyBinding::REFERENCE};
     }
     throw XmlLayoutError("KEYVALUE or VALUE.REFERENCE expected, not " + element.name);
 }
@@ -81,17 +142,23 @@ const XmlElement& _requiredChild(const XmlElement& element, const char* name) {
 }
 
 // A path within its namespace, and perhaps its host.
-CIMObjectPath _fullPath(const XmlElement& element, const char* space, const char* object) {
+CIMObjectPath _fullPath(const XmlElement& element, const char* space, const char* object,
+                        int depth) {
     CIMObjectPath path;
     const XmlElement& last = _requiredChild(element, object);
     if (last.name == "CLASSNAME") {
         path.setClassName(readName(requiredAttribute(last, "NAME")));
     } else {
-        path = readInstanceName(last);
+        path = _instanceName(last, depth);
     }
     const XmlElement* local = &_requiredChild(element, space);
     if (local->name == "NAMESPACEPATH") {
-        path.setHost(_string(_requiredChild(*local, "HOST").text));
+        const std::string& host = _requiredChild(*local, "HOST").text;
+        try {
+            path.setHost(_string(host));
+        } catch (const Exception&) {
+            throw XmlValueError("\"" + host + "\" is no host");
+        }
         local = &_requiredChild(*local, "LOCALNAMESPACEPATH");
     }
     path.setNameSpace(readNamespacePath(*local));
@@ -127,6 +194,19 @@ void _addQualifiers(const XmlElement& element, Object& object) {
     }
 }
 
+Uint32 _arraySize(const XmlElement& element) {
+    const std::string* const text = element.attribute("ARRAYSIZE");
+    if (!text) {
+        return 0;
+    }
+    Uint32 size = 0;
+    const auto [stop, error] = std::from_chars(text->data(), text->data() + text->size(), size);
+    if (error != std::errc() || stop != text->data() + text->size()) {
+        throw XmlValueError("ARRAYSIZE is \"" + *text + "\"");
+    }
+    return size;
+}
+
 CIMProperty _property(const XmlElement& element) {
     const CIMName name = readName(requiredAttribute(element, "NAME"));
     const std::string* const originText = element.attribute("CLASSORIGIN");
@@ -143,12 +223,12 @@ CIMProperty _property(const XmlElement& element) {
             target ? readName(*target) : CIMName(), origin, isPropagated);
     }
     const bool isArray = element.name == "PROPERTY.ARRAY";
-    Uint32 arraySize = 0;
-    if (const std::string* const size = element.attribute("ARRAYSIZE")) {
-        std::from_chars(size->data(), size->data() + size->size(), arraySize);
+    const CIMValue value = _propertyValue(element, _type(element), isArray);
+    try {
+        return CIMProperty(name, value, _arraySize(element), CIMName(), origin, isPropagated);
+    } catch (const Exception&) {
+        throw XmlValueError(make_string(name.getString()) + " has not as many values as ARRAYSIZE");
     }
-    return CIMProperty(name, _propertyValue(element, _type(element), isArray), arraySize, CIMName(),
-                       origin, isPropagated);
 }
 
 bool _isProperty(const XmlElement& element) {
@@ -178,6 +258,59 @@ void _addMembers(const XmlElement& element, Object& object, bool withQualifiers)
     if (withQualifiers) {
         _addQualifiers(element, object);
     }
+}
+
+bool _hasKey(const Array<CIMKeyBinding>& keys, const CIMName& name) {
+    for (Uint32 i = 0; i < keys.size(); ++i) {
+        if (keys[i].getName().equal(name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+CIMObjectPath _instanceName(const XmlElement& element, int depth) {
+    Array<CIMKeyBinding> keys;
+    for (const XmlElement& child : element.children) {
+        if (child.name == "KEYBINDING") {
+            const CIMName name = readName(requiredAttribute(child, "NAME"));
+            if (_hasKey(keys, name)) {
+                throw XmlValueError("the key " + make_string(name.getString()) +
+                                    " stands there twice");
+            }
+            keys.append(_key(name, _onlyChild(child), depth));
+        } else if (element.children.size() == 1) {
+            keys.append(_key(CIMName(UNNAMED_KEY), child, depth));
+        } else {
+            throw XmlLayoutError("INSTANCENAME holds " + child.name);
+        }
+    }
+    return CIMObjectPath(String(), CIMNamespaceName(),
+                         readName(requiredAttribute(element, "CLASSNAME")), keys);
+}
+
+CIMObjectPath _anyPath(const XmlElement& element, int depth) {
+    const XmlElement& path = _onlyChild(element);
+    if (path.name == "INSTANCENAME") {
+        return _instanceName(path, depth);
+    }
+    if (path.name == "LOCALINSTANCEPATH") {
+        return _fullPath(path, "LOCALNAMESPACEPATH", "INSTANCENAME", depth);
+    }
+    if (path.name == "INSTANCEPATH") {
+        return _fullPath(path, "NAMESPACEPATH", "INSTANCENAME", depth);
+    }
+    if (path.name == "LOCALCLASSPATH") {
+        return _fullPath(path, "LOCALNAMESPACEPATH", "CLASSNAME", depth);
+    }
+    if (path.name == "CLASSPATH") {
+        return _fullPath(path, "NAMESPACEPATH", "CLASSNAME", depth);
+    }
+    if (path.name == "CLASSNAME") {
+        return CIMObjectPath(String(), CIMNamespaceName(),
+                             readName(requiredAttribute(path, "NAME")));
+    }
+    throw XmlLayoutError("a path expected, not " + path.name);
 }
 
 }  // namespace
@@ -217,42 +350,11 @@ CIMNamespaceName readNamespacePath(const XmlElement& element) {
 }
 
 CIMObjectPath readInstanceName(const XmlElement& element) {
-    Array<CIMKeyBinding> keys;
-    for (const XmlElement& child : element.children) {
-        if (child.name == "KEYBINDING") {
-            keys.append(_key(readName(requiredAttribute(child, "NAME")), _onlyChild(child)));
-        } else if (element.children.size() == 1) {
-            keys.append(_key(CIMName(UNNAMED_KEY), child));
-        } else {
-            throw XmlLayoutError("INSTANCENAME holds " + child.name);
-        }
-    }
-    return CIMObjectPath(String(), CIMNamespaceName(),
-                         readName(requiredAttribute(element, "CLASSNAME")), keys);
+    return _instanceName(element, 0);
 }
 
 CIMObjectPath readAnyPath(const XmlElement& element) {
-    const XmlElement& path = _onlyChild(element);
-    if (path.name == "INSTANCENAME") {
-        return readInstanceName(path);
-    }
-    if (path.name == "LOCALINSTANCEPATH") {
-        return _fullPath(path, "LOCALNAMESPACEPATH", "INSTANCENAME");
-    }
-    if (path.name == "INSTANCEPATH") {
-        return _fullPath(path, "NAMESPACEPATH", "INSTANCENAME");
-    }
-    if (path.name == "LOCALCLASSPATH") {
-        return _fullPath(path, "LOCALNAMESPACEPATH", "CLASSNAME");
-    }
-    if (path.name == "CLASSPATH") {
-        return _fullPath(path, "NAMESPACEPATH", "CLASSNAME");
-    }
-    if (path.name == "CLASSNAME") {
-        return CIMObjectPath(String(), CIMNamespaceName(),
-                             readName(requiredAttribute(path, "NAME")));
-    }
-    throw XmlLayoutError("a path expected, not " + path.name);
+    return _anyPath(element, 0);
 }
 
 CIMInstance readInstance(const XmlElement& element) {

@@ -47,6 +47,11 @@ void _append(std::string& xml, std::uint32_t code) {
     }
 }
 
+// Whether the character stands for itself: of these are nearly all texts.
+bool _isPlain(std::uint32_t code) {
+    return code >= 0x20 && code < 0x7F && code != '<' && code != '>' && code != '&' && code != '"';
+}
+
 bool _isHigh(std::uint32_t unit) {
     return unit >= 0xD800 && unit < 0xDC00;
 }
@@ -60,8 +65,20 @@ bool _isLow(std::uint32_t unit) {
 void appendXmlText(std::string& xml, const Pegasus::String& text) {
     const Pegasus::Char16* const units = text.getChar16Data();
     const Pegasus::Uint32 size = text.size();
+    char plain[128];
+    std::size_t count = 0;
     for (Pegasus::Uint32 i = 0; i < size; ++i) {
         const std::uint32_t unit = Pegasus::Uint16(units[i]);
+        if (_isPlain(unit)) {
+            plain[count++] = char(unit);
+            if (count == sizeof plain) {
+                xml.append(plain, count);
+                count = 0;
+            }
+            continue;
+        }
+        xml.append(plain, count);
+        count = 0;
         if (_isHigh(unit) && i + 1 < size && _isLow(Pegasus::Uint16(units[i + 1]))) {
             const std::uint32_t low = Pegasus::Uint16(units[++i]);
             _append(xml, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
@@ -69,12 +86,21 @@ void appendXmlText(std::string& xml, const Pegasus::String& text) {
             _append(xml, _isHigh(unit) || _isLow(unit) ? REPLACEMENT : unit);
         }
     }
+    xml.append(plain, count);
 }
 
 void appendXmlText(std::string& xml, std::string_view utf8) {
     const char* at = utf8.data();
     const char* const end = at + utf8.size();
     while (at != end) {
+        const char* const run = at;
+        while (at != end && _isPlain(static_cast<unsigned char>(*at))) {
+            ++at;
+        }
+        xml.append(run, at);
+        if (at == end) {
+            break;
+        }
         std::uint32_t code = 0;
         if (decodeUtf8(at, end, code)) {
             _append(xml, code);

@@ -4,6 +4,7 @@
 
 #include <expat.h>
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -16,6 +17,42 @@ namespace {
 struct FreeParser {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
+
+// Where what begins at `at` with that opening ends, if it does begin there; else 0.
+std::size_t _endOf(std::string_view document, std::size_t at, std::string_view opening,
+                   std::string_view closing) {
+    if (document.substr(at, opening.size()) != opening) {
+        return 0;
+    }
+    const std::size_t end = document.find(closing, at + opening.size());
+    return end == document.npos ? document.size() : end + closing.size();
+}
+
+bool _isOwnEntity(std::string_view behindAmpersand) {
+    for (const std::string_view known : {"#", "lt;", "gt;", "amp;", "quot;", "apos;"}) {
+        if (behindAmpersand.substr(0, known.size()) == known) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Whether a well-formed document refers to another entity than XML's own five.
+bool _namesUnknownEntity(std::string_view document) {
+    std::size_t at = document.find_first_of("<&");
+    while (at != document.npos) {
+        if (document[at] == '&' && !_isOwnEntity(document.substr(at + 1))) {
+            return true;
+        }
+        std::size_t next = at + 1;
+        for (const auto& [opening, closing] :
+             {std::pair("<!--", "-->"), std::pair("<![CDATA[", "]]>"), std::pair("<?", "?>")}) {
+            next = std::max(next, _endOf(document, at, opening, closing));
+        }
+        at = document.find_first_of("<&", next);
+    }
+    return false;
+}
 
 // What expat tells, put together. The tree is built from the inside: `_open` holds the elements
 // that have not ended, and an element goes to its parent when it ends.
@@ -38,13 +75,19 @@ public:
         if (document.size() > std::size_t(std::numeric_limits<int>::max())) {
             throw XmlError("the document is too long");
         }
-        // Without a declaration expat would take these for UTF-16.
-        if (document.substr(0, 2) == "\xFE\xFF" || document.substr(0, 2) == "\xFF\xFE") {
+        // Without a declaration expat would take these for UTF-16, with a byte order mark or by the
+        // zero in the first character.
+        const std::string_view head = document.substr(0, 2);
+        if (head == "\xFE\xFF" || head == "\xFF\xFE" || head.find('\0') != head.npos) {
             throw XmlError("UTF-16: write it in UTF-8");
         }
         if (XML_Parse(_parser.get(), document.data(), int(document.size()), XML_TRUE) !=
             XML_STATUS_OK) {
             _fail();
+        }
+        // In attributes expat leaves out what it thinks the document type to declare.
+        if (_hasDoctype && _namesUnknownEntity(document)) {
+            throw XmlError("an entity that XML does not define itself");
         }
         return std::move(_root);
     }
@@ -114,6 +157,7 @@ private:
 
     static void _onDoctype(void* data, const XML_Char* /*name*/, const XML_Char* /*systemId*/,
                            const XML_Char* /*publicId*/, int hasInternalSubset) {
+        _self(data)._hasDoctype = true;
         if (hasInternalSubset) {
             _self(data)._refuse("declarations inside the document are not taken");
         }
@@ -128,6 +172,7 @@ private:
     std::vector<XmlElement> _open;
     XmlElement _root;
     std::size_t _nodes = 0;
+    bool _hasDoctype = false;
     const char* _refusal = nullptr;
 };
 

@@ -5,8 +5,7 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <limits>
+#include <string_view>
 #include <type_traits>
 
 #include "ValueVisitor.h"
@@ -81,11 +80,16 @@ private:
             _xml += std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF";
             return;
         }
-        // As many digits as bring back the same value, with the point that DSP0201 wants.
+        // The fewest digits that bring back the same value, with the point that DSP0201 wants,
+        // whatever the locale.
         char text[40];
-        const int length = std::snprintf(text, sizeof text, "%.*E",
-                                         std::numeric_limits<T>::max_digits10 - 1, double(value));
-        _xml.append(text, std::size_t(length));
+        const auto [end, error] =
+            std::to_chars(text, text + sizeof text, value, std::chars_format::scientific);
+        const std::string_view number(text, std::size_t(end - text));
+        const std::size_t exponent = number.find('e');
+        _xml.append(number.substr(0, exponent));
+        _xml += number.find('.') == number.npos ? ".0" : "";
+        _xml.append(number.substr(exponent));
     }
 
     std::string& _xml;

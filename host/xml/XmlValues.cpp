@@ -47,6 +47,17 @@ std::optional<CIMValue> _integer(const std::string& text, CIMType type) {
     return makeInteger(type, negative, magnitude);
 }
 
+// As DSP0201 has it: decimal, with an exponent or none, or one of its three words. What else
+// from_chars knows ("inf", "nan(1)") is no value.
+std::optional<CIMValue> _real(const std::string& text, CIMType type) {
+    const bool isWord = text == "INF" || text == "-INF" || text == "NaN";
+    if (!isWord && text.find_first_not_of("0123456789.eE+-") != text.npos) {
+        return std::nullopt;
+    }
+    const bool isPositive = text.size() > 1 && text[0] == '+' && text[1] != '-';
+    return makeReal(type, isPositive ? text.substr(1) : text);
+}
+
 std::optional<CIMValue> _character(const std::string& text) {
     const String string = _string(text);
     return string.size() == 1 ? std::optional(CIMValue(Char16(string[0]))) : std::nullopt;
@@ -65,7 +76,7 @@ std::optional<CIMValue> _scalar(const std::string& text, CIMType type) {
         }
         case CIMTYPE_REAL32:
         case CIMTYPE_REAL64:
-            return makeReal(type, _trimmed(text));
+            return _real(_trimmed(text), type);
         case CIMTYPE_CHAR16:
             return _character(text);
         case CIMTYPE_DATETIME:

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "XmlWriting.h"
 
+#include <stdexcept>
+
 #include "XmlText.h"
 
 namespace QZ {
@@ -56,7 +58,8 @@ void _qualifiers(std::string& xml, const Element& element, const XmlForm& form) 
     }
 }
 
-void _property(std::string& xml, const CIMConstProperty& property, const XmlForm& form) {
+void _property(std::string& xml, const CIMConstProperty& property, const XmlForm& form,
+               bool isPropagatedTold) {
     const CIMType type = property.getType();
     const bool isReference = type == CIMTYPE_REFERENCE;
     const bool isEmbedded = type == CIMTYPE_INSTANCE || type == CIMTYPE_OBJECT;
@@ -79,7 +82,7 @@ void _property(std::string& xml, const CIMConstProperty& property, const XmlForm
     if (form.includeClassOrigin && !property.getClassOrigin().isNull()) {
         _attribute(xml, "CLASSORIGIN", property.getClassOrigin().getString());
     }
-    if (property.getPropagated()) {
+    if (isPropagatedTold && property.getPropagated()) {
         _attribute(xml, "PROPAGATED", "true");
     }
     xml += '>';
@@ -89,15 +92,21 @@ void _property(std::string& xml, const CIMConstProperty& property, const XmlForm
 }
 
 template <class Object>
-void _members(std::string& xml, const Object& object, const XmlForm& form) {
+void _members(std::string& xml, const Object& object, const XmlForm& form, bool isPropagatedTold) {
     xml += '>';
     _qualifiers(xml, object, form);
     for (Uint32 i = 0; i < object.getPropertyCount(); ++i) {
         const CIMConstProperty property = object.getProperty(i);
         if (!form.selects || form.selects(property)) {
-            _property(xml, property, form);
+            _property(xml, property, form, isPropagatedTold);
         }
     }
+}
+
+// Whether a key's text may be a date or an interval: these are strings in a path.
+bool _isDateTime(const String& text) {
+    return text.size() == 25 && text[14] == Char16('.') &&
+           (text[21] == Char16('+') || text[21] == Char16('-') || text[21] == Char16(':'));
 }
 
 void _key(std::string& xml, const CIMKeyBinding& key) {
@@ -114,6 +123,12 @@ void _key(std::string& xml, const CIMKeyBinding& key) {
                    key.getType() == CIMKeyBinding::BOOLEAN   ? "boolean"
                    : key.getType() == CIMKeyBinding::NUMERIC ? "numeric"
                                                              : "string");
+        // A number may be of any type, and a path does not say of which.
+        if (key.getType() == CIMKeyBinding::BOOLEAN) {
+            _attribute(xml, "TYPE", "boolean");
+        } else if (key.getType() == CIMKeyBinding::STRING && !_isDateTime(key.getValue())) {
+            _attribute(xml, "TYPE", "string");
+        }
         xml += '>';
         appendXmlText(xml, key.getValue());
         xml += "</KEYVALUE>";
@@ -126,7 +141,8 @@ void _key(std::string& xml, const CIMKeyBinding& key) {
 void appendInstance(std::string& xml, const CIMConstInstance& instance, const XmlForm& form) {
     xml += "<INSTANCE";
     _attribute(xml, "CLASSNAME", instance.getClassName().getString());
-    _members(xml, instance, form);
+    // Of an instance it is of interest only to those who ask where a property comes from.
+    _members(xml, instance, form, form.includeClassOrigin);
     xml += "</INSTANCE>";
 }
 
@@ -136,7 +152,7 @@ void appendClass(std::string& xml, const CIMConstClass& declared, const XmlForm&
     if (!declared.getSuperClassName().isNull()) {
         _attribute(xml, "SUPERCLASS", declared.getSuperClassName().getString());
     }
-    _members(xml, declared, form);
+    _members(xml, declared, form, true);
     xml += "</CLASS>";
 }
 
@@ -190,6 +206,19 @@ void appendInstancePath(std::string& xml, const CIMObjectPath& path) {
     }
     appendInstanceName(xml, path);
     xml += hasHost ? "</INSTANCEPATH>" : "</LOCALINSTANCEPATH>";
+}
+
+void appendFullInstancePath(std::string& xml, const CIMObjectPath& path) {
+    if (path.getNameSpace().isNull()) {
+        throw std::logic_error("a full path without a namespace");
+    }
+    if (path.getHost().size() != 0) {
+        appendInstancePath(xml, path);
+        return;
+    }
+    CIMObjectPath full = path;
+    full.setHost("localhost");
+    appendInstancePath(xml, full);
 }
 
 void appendQualifierDeclaration(std::string& xml, const XmlQualifierDeclaration& declared) {

@@ -28,7 +28,10 @@ void appendClass(std::string& xml, const Pegasus::CIMConstClass& declared,
                  const XmlForm& form);                                          // CLASS
 void appendClassName(std::string& xml, const std::string& name);                // CLASSNAME
 void appendInstanceName(std::string& xml, const Pegasus::CIMObjectPath& path);  // INSTANCENAME
-void appendInstancePath(std::string& xml, const Pegasus::CIMObjectPath& path);  // INSTANCEPATH
+// A path with as much as it has: INSTANCEPATH, LOCALINSTANCEPATH or INSTANCENAME.
+void appendInstancePath(std::string& xml, const Pegasus::CIMObjectPath& path);
+// INSTANCEPATH in any case: a path without a host is one of "localhost". It needs a namespace.
+void appendFullInstancePath(std::string& xml, const Pegasus::CIMObjectPath& path);
 void appendLocalNamespace(std::string& xml, const Pegasus::CIMNamespaceName& space);
 // VALUE, VALUE.ARRAY or VALUE.REFERENCE; nothing for null.
 void appendValue(std::string& xml, const Pegasus::CIMValue& value);
