@@ -6,11 +6,15 @@
 
 #include <cstdint>
 #include <cstring>
+#include <fstream>
 #include <limits>
+#include <map>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "BuildPaths.h"
 #include "tavqz/AccessHelpers.h"
 
 namespace {
@@ -46,6 +50,46 @@ SystemEventRecord _reading(double value, std::uint8_t present, std::uint8_t thre
     return SystemEventRecord(&event);
 }
 
+// What tests/sp/event-keys.txt says, a key a line: "sensor-type CODE KEY", "reading-type CODE KEY",
+// "generic TYPE OFFSET KEY", "sensor SENSOR-TYPE OFFSET KEY".
+class EventKeyList {
+public:
+    EventKeyList() {
+        std::ifstream file(TAVQZ_SOURCE_DIR "/tests/sp/event-keys.txt");
+        std::string line;
+        while (std::getline(file, line)) {
+            std::istringstream words(line);
+            std::string kind;
+            words >> kind;
+            if (kind == "generic" || kind == "sensor") {
+                std::pair<std::uint32_t, std::uint32_t> at;
+                words >> at.first >> at.second >> (kind == "generic" ? generic : sensor)[at];
+            } else if (kind == "sensor-type" || kind == "reading-type") {
+                std::uint32_t code = 0;
+                words >> code >> (kind == "sensor-type" ? sensorTypes : readingTypes)[code];
+            }
+        }
+    }
+
+    std::string event(std::uint32_t readingType, std::uint32_t sensorType,
+                      std::uint32_t offset) const {
+        const bool specific = readingType == 111;
+        const auto& keys = specific ? sensor : generic;
+        const auto found = keys.find({specific ? sensorType : readingType, offset});
+        return found == keys.end() ? " " : found->second;
+    }
+
+    std::map<std::uint32_t, std::string> sensorTypes;
+    std::map<std::uint32_t, std::string> readingTypes;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> generic;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, std::string> sensor;
+};
+
+std::string _keyOf(const std::map<std::uint32_t, std::string>& keys, std::uint32_t code) {
+    const auto found = keys.find(code);
+    return found == keys.end() ? "" : found->second;
+}
+
 TEST(SystemEventRecord, KnowsTheLastThresholdAndNoneBehindIt) {
     EXPECT_EQ(_record(1, 0, 11).getEventString(), "IPMI_EVENT_ERC_THOLD_UNRH");
     EXPECT_EQ(_record(1, 0, 12).getEventString(), " ");
@@ -78,6 +122,37 @@ TEST(SystemEventRecord, SaysOnlyOfUnlistedCodesThatTheyAreUnknown) {
          {std::pair{0U, 5U}, std::pair{112U, 5U}, std::pair{111U, 44U}, std::pair{111U, 255U}}) {
         EXPECT_EQ(_record(readingType, sensorType, 0).getEventString(), " ");
         EXPECT_EQ(logged, std::vector<std::string>{"geteventstring: The eventstring is [ ]"});
+    }
+}
+
+TEST(SystemEventRecord, AgreesWithTheListInEveryCombination) {
+    const EventKeyList list;
+    ASSERT_EQ(list.sensorTypes.size(), 42U);
+    ASSERT_EQ(list.readingTypes.size(), 15U);
+    ASSERT_GT(list.generic.size(), 50U);
+    ASSERT_GT(list.sensor.size(), 140U);
+    for (std::uint32_t code = 0; code < 256; ++code) {
+        ASSERT_EQ(_record(0, code, 0).getSensorTypeCodeString(), _keyOf(list.sensorTypes, code));
+        ASSERT_EQ(_record(code, 0, 0).getEventReadingCodeString(), _keyOf(list.readingTypes, code));
+    }
+    for (std::uint32_t readingType = 0; readingType < 256; ++readingType) {
+        for (std::uint32_t sensorType = 0; sensorType < 256; ++sensorType) {
+            for (std::uint32_t offset = 0; offset < 256; ++offset) {
+                ipmiEvent event{};
+                event.eventReadingType = readingType;
+                event.sensorType = sensorType;
+                event.eventOffset = offset;
+                logged.clear();
+                ASSERT_EQ(SystemEventRecord(&event).getEventString(),
+                          list.event(readingType, sensorType, offset))
+                    << "type " << readingType << " sensor " << sensorType << " offset " << offset;
+                // Only the sensor-specific type looks at the sensor; the others need not be asked
+                // again for each.
+                if (readingType != 111 && sensorType > 43 && offset > 16) {
+                    break;
+                }
+            }
+        }
     }
 }
 
