@@ -28,7 +28,8 @@ namespace QZ {
 namespace {
 
 void _say(const std::string& line) {
-    std::cerr << "tavqz: " << visibleText(line) << "\n";
+    // In one piece, for threads may say something at once.
+    std::cerr << "tavqz: " + visibleText(line) + "\n";
 }
 
 int _fail(ExitStatus status, const std::string& message) {

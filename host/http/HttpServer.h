@@ -24,9 +24,8 @@ struct HttpLimits {
     std::size_t headerBytes = 16 * 1024;
     std::size_t bodyBytes = 4 * 1024 * 1024;
     std::size_t connections = 256;
-    std::size_t workers = 16;      // requests that are answered at once
-    std::size_t waiting = 256;     // requests that wait for a worker
-    std::size_t lostWorkers = 64;  // workers that are late and may never come back
+    std::size_t workers = 4;       // threads, and so requests that are answered at once
+    std::size_t lostWorkers = 64;  // threads that are late and may never come back
 };
 
 // What became of a request, for a log.

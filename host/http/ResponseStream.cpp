@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "ResponseStream.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <utility>
@@ -13,8 +12,6 @@ namespace {
 
 // What is kept back before an answer begins, and the size of its chunks.
 constexpr std::size_t CHUNK = std::size_t(64) * 1024;
-// What may wait for a slow client before the one who answers waits, too.
-constexpr std::size_t MAX_PENDING = 4 * CHUNK;
 
 const char* _reason(int status) {
     switch (status) {
@@ -124,115 +121,112 @@ bool ResponseStream::isStarted() const {
 }
 
 void ResponseStream::write(std::string_view bytes) {
-    std::unique_lock<std::mutex> lock(_mutex);
-    if (_isCut || _isGone) {
-        throw Disconnected("The client does not take the answer any more");
+    std::string ready;
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        if (!_cutOff && !_isGone) {
+            _answer.body.append(bytes);
+            _bodyBytes += bytes.size();
+            if (_answer.body.size() <= CHUNK) {
+                return;
+            }
+            ready = _start();
+            ready += _form.isHttp11 ? _chunk(_answer.body) : _answer.body;
+            _answer.body.clear();
+        }
     }
-    _answer.body.append(bytes);
-    _bodyBytes += bytes.size();
-    if (_answer.body.size() > CHUNK) {
-        _start();
-        _sendChunk(lock);
+    // Without the lock: time may be over while this waits.
+    if (ready.empty() || !_send(ready)) {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        _isGone = true;
+        throw Disconnected("The client does not take the answer any more");
     }
 }
 
-void ResponseStream::_start() {
+// The head, where it is still to be sent.
+std::string ResponseStream::_start() {
     if (_isStarted) {
-        return;
+        return {};
     }
     _isStarted = true;
     if (!_form.isHttp11) {
         _form.keepsAlive = false;
+        return _head(_answer, _form, "");
     }
-    std::string framing;
-    if (_form.isHttp11) {
-        framing = "Transfer-Encoding: chunked\r\n";
-        framing += _form.acceptsTrailers
-                       ? "Trailer: CIMError, CIMStatusCode, CIMStatusCodeDescription\r\n"
-                       : "";
-    }
-    const std::string head = _head(_answer, _form, framing);
-    _pending += head.size();
-    _send(head, MoreFollows);
-}
-
-void ResponseStream::_sendChunk(std::unique_lock<std::mutex>& lock) {
-    std::string bytes = _form.isHttp11 ? _chunk(_answer.body) : std::move(_answer.body);
-    _answer.body.clear();
-    _pending += bytes.size();
-    _send(std::move(bytes), MoreFollows);
-    _sent.wait(lock, [this] { return _isGone || _pending < MAX_PENDING; });
+    return _head(_answer, _form,
+                 std::string("Transfer-Encoding: chunked\r\n") +
+                     (_form.acceptsTrailers
+                          ? "Trailer: CIMError, CIMStatusCode, CIMStatusCodeDescription\r\n"
+                          : ""));
 }
 
 void ResponseStream::discard(const HttpHeaders& trailers) {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _bodyBytes -= _answer.body.size();
-    _answer.body.clear();
-    if (!_isStarted || _isCut || _isGone) {
+    if (!_isStarted) {
+        _answer = {};
+        _bodyBytes = 0;
         return;
     }
-    _isCut = true;
+    _bodyBytes -= _answer.body.size();
+    _answer.body.clear();
     if (!_form.isHttp11 || !_form.acceptsTrailers) {
-        _send(std::string(), Abort);
+        _cutOff = End{{}, Abort};
         return;
     }
     std::string end = "0\r\n";
     for (const auto& [name, value] : trailers) {
         end.append(name).append(": ").append(value).append("\r\n");
     }
-    _send(end + "\r\n", CloseBehind);
+    _cutOff = End{end + "\r\n", Close};
 }
 
-void ResponseStream::finish() {
+std::optional<ResponseStream::End> ResponseStream::finish() {
     const std::lock_guard<std::mutex> lock(_mutex);
+    if (_isFinished) {
+        return std::nullopt;  // expired
+    }
     _isFinished = true;
-    if (_isCut || _isGone) {
-        return;
+    if (_isGone) {
+        return End{{}, Abort};
+    }
+    if (_cutOff) {
+        return _cutOff;
     }
     if (!_isStarted) {
         _isStarted = true;
-        _send(assemble(_answer, _form), _end());
-    } else if (_form.isHttp11) {
-        _send((_answer.body.empty() ? "" : _chunk(_answer.body)) + "0\r\n\r\n", _end());
-    } else {
-        _send(std::move(_answer.body), CloseBehind);
+        return End{assemble(_answer, _form), _next()};
     }
-}
-
-void ResponseStream::onSent(std::size_t bytes) {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    _pending -= std::min(bytes, _pending);
-    _sent.notify_all();
-}
-
-void ResponseStream::onGone() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    _isGone = true;
-    _sent.notify_all();
-}
-
-bool ResponseStream::expire() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    if (_isFinished || _isGone) {
-        return false;
+    if (!_form.isHttp11) {
+        return End{_answer.body, Close};
     }
+    return End{(_answer.body.empty() ? "" : _chunk(_answer.body)) + "0\r\n\r\n", _next()};
+}
+
+std::optional<ResponseStream::End> ResponseStream::expire() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    if (_isFinished) {
+        return std::nullopt;
+    }
+    _isFinished = true;
     _isGone = true;
-    _sent.notify_all();
     if (_isStarted) {
-        _send(std::string(), Abort);
-        return true;
+        return End{{}, Abort};
     }
     _isStarted = true;
     _answer = _late ? _late() : HttpAnswer{503, {}, {}};
     _form.keepsAlive = false;
     _bodyBytes = _answer.body.size();
-    _send(assemble(_answer, _form), CloseBehind);
-    return true;
+    return End{assemble(_answer, _form), Close};
+}
+
+void ResponseStream::setUser(const std::string& user) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _user = user;
 }
 
 ResponseStream::Summary ResponseStream::summary() const {
     const std::lock_guard<std::mutex> lock(_mutex);
-    return {_answer.status, _bodyBytes, _logText};
+    return {_answer.status, _bodyBytes, _logText, _user};
 }
 
 }  // namespace QZ

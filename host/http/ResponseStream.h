@@ -2,17 +2,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 
 #include "HttpReply.h"
 
 namespace QZ {
 
-// The bytes of one answer, from the thread that answers to the connection that sends them.
+// The bytes of one answer, between the thread that answers and the connection that it goes to.
 class ResponseStream : public HttpReply {
 public:
     // What the request says of the answer's form.
@@ -23,14 +23,20 @@ public:
     };
 
     enum Next {
-        MoreFollows,
-        Complete,
-        CloseBehind,  // complete, and the connection with it
-        Abort,        // the connection goes at once, without these bytes
+        KeepAlive,
+        Close,  // behind these bytes
+        Abort,  // at once, so that nobody takes what was sent for an answer
     };
 
-    // Takes bytes to send, in order, from the thread that answers; must not call back.
-    using Send = std::function<void(std::string bytes, Next next)>;
+    // What ends an answer.
+    struct End {
+        std::string bytes;
+        Next next = KeepAlive;
+    };
+
+    // Sends bytes before the answer's end, on the thread that answers; may wait. False where the
+    // client does not take them.
+    using Send = std::function<bool(const std::string& bytes)>;
 
     ResponseStream(Form form, Send send);
 
@@ -42,22 +48,20 @@ public:
     void setLateAnswer(std::function<HttpAnswer()> make) override;
     void setLogText(const std::string& text) override;
 
-    // The rest of the answer; the thread that answers is done with this object.
-    void finish();
+    // What is left to be sent; the thread that answers is done. None where time was over before.
+    std::optional<End> finish();
 
-    // For the connection. So many bytes left; it is gone, so that nobody needs to wait for it.
-    void onSent(std::size_t bytes);
-    void onGone();
+    // When time is over, from another thread: what is written from now on goes nowhere. None where
+    // the answer is complete already; else what the client is told in its place.
+    std::optional<End> expire();
 
-    // For the connection, when time is over: what is written from now on goes nowhere. False where
-    // the answer is complete already. Else sends what the client is told in its place, or cuts off
-    // what was begun.
-    bool expire();
+    void setUser(const std::string& user);
 
     struct Summary {
         int status;
         std::size_t bytes;
         std::string text;
+        std::string user;
     };
     Summary summary() const;
 
@@ -65,21 +69,19 @@ public:
     static std::string assemble(const HttpAnswer& answer, const Form& form);
 
 private:
-    void _start();
-    void _sendChunk(std::unique_lock<std::mutex>& lock);
-    Next _end() const { return _form.keepsAlive ? Complete : CloseBehind; }
+    std::string _start();
+    Next _next() const { return _form.keepsAlive ? KeepAlive : Close; }
 
     mutable std::mutex _mutex;
-    std::condition_variable _sent;
     Form _form;
     Send _send;
     HttpAnswer _answer;  // its body: what is not yet sent
     std::function<HttpAnswer()> _late;
     std::string _logText;
+    std::string _user;
     std::size_t _bodyBytes = 0;
-    std::size_t _pending = 0;  // handed to the connection and not sent
+    std::optional<End> _cutOff;
     bool _isStarted = false;
-    bool _isCut = false;
     bool _isFinished = false;
     bool _isGone = false;
 };
