@@ -62,12 +62,14 @@ bool _sendAll(int socket, const std::string& bytes, milliseconds time) {
 
 class Connection : public HttpConnection, public std::enable_shared_from_this<Connection> {
 public:
-    Connection(std::shared_ptr<HttpShared> shared, tcp::socket socket)
+    Connection(std::shared_ptr<HttpShared> shared, std::shared_ptr<HttpLoop> loop,
+               tcp::socket socket)
         : _shared(std::move(shared)),
+          _loop(std::move(loop)),
           _limits(_shared->options.limits),
           _socket(std::move(socket)),
           _timer(_socket.get_executor()),
-          _lateTimer(_shared->io) {
+          _lateTimer(_loop->io) {
         error_code ignored;
         _socket.set_option(tcp::no_delay(true), ignored);
         _peer = _socket.remote_endpoint(ignored).address().to_string();
@@ -94,6 +96,7 @@ private:
     void _close();
 
     std::shared_ptr<HttpShared> _shared;
+    std::shared_ptr<HttpLoop> _loop;
     const HttpLimits& _limits;
     tcp::socket _socket;
     asio::steady_timer _timer;
@@ -238,10 +241,12 @@ void Connection::_answer() {
             self->_onLate(*stream);
         }
     });
+    _shared->enterHandler(*_loop);
     _work(request, *stream);
+    _loop->leaveHandler();
     std::optional<ResponseStream::End> end = stream->finish();
     if (!end) {
-        _shared->returnThread();
+        _loop->returnThread();
         return _close();
     }
     _lateTimer.cancel();
@@ -284,7 +289,7 @@ void Connection::_onLate(ResponseStream& stream) {
     _sendNow(socket, end->bytes.data(), end->bytes.size());
     ::shutdown(socket, end->next == ResponseStream::Abort ? SHUT_RDWR : SHUT_WR);
     _log(0, &stream);
-    _shared->loseThread();
+    _loop->loseThread();
 }
 
 void Connection::_log(int status, const ResponseStream* stream) {
@@ -348,7 +353,7 @@ void Connection::_drain() {
     _after(DRAIN_TIME, [](Connection& self) { self._close(); });
     _buffer.clear();
     const auto read = [self = shared_from_this()](const auto& again) -> void {
-        self->_socket.async_read_some(self->_buffer.prepare(16 * 1024),
+        self->_socket.async_read_some(self->_buffer.prepare(std::size_t(16) << 10),
                                       [self, again](error_code error, std::size_t) {
                                           if (error || self->_isClosed) {
                                               return self->_close();
@@ -382,8 +387,9 @@ void Connection::_close() {
 }  // namespace
 
 std::shared_ptr<HttpConnection> HttpConnection::make(std::shared_ptr<HttpShared> shared,
+                                                     std::shared_ptr<HttpLoop> loop,
                                                      tcp::socket socket) {
-    return std::make_shared<Connection>(std::move(shared), std::move(socket));
+    return std::make_shared<Connection>(std::move(shared), std::move(loop), std::move(socket));
 }
 
 }  // namespace QZ

@@ -29,7 +29,7 @@ class HttpServer::Core : public std::enable_shared_from_this<HttpServer::Core> {
 public:
     Core(HttpServerOptions options, Handler handler)
         : shared(std::make_shared<HttpShared>(std::move(options), std::move(handler))),
-          _acceptor(asio::make_strand(shared->io)),
+          _acceptor(asio::make_strand(shared->loops().front()->io)),
           _pause(_acceptor.get_executor()) {
         _listen();
     }
@@ -37,10 +37,12 @@ public:
     std::uint16_t port() const { return _port; }
 
     void accept() {
-        _acceptor.async_accept(asio::make_strand(shared->io),
-                               [self = shared_from_this()](error_code error, tcp::socket socket) {
-                                   self->_onAccepted(error, std::move(socket));
-                               });
+        const std::shared_ptr<HttpLoop> loop = shared->nextLoop();
+        _acceptor.async_accept(
+            asio::make_strand(loop->io),
+            [self = shared_from_this(), loop](error_code error, tcp::socket socket) {
+                self->_onAccepted(error, loop, std::move(socket));
+            });
     }
 
     void close() {
@@ -51,6 +53,9 @@ public:
             self->_pause.cancel();
             for (const auto& connection : self->shared->connections()) {
                 connection->stop();
+            }
+            for (const auto& loop : self->shared->loops()) {
+                loop->endWithoutWork();
             }
         });
     }
@@ -76,7 +81,7 @@ private:
         }
     }
 
-    void _onAccepted(error_code error, tcp::socket socket) {
+    void _onAccepted(error_code error, const std::shared_ptr<HttpLoop>& loop, tcp::socket socket) {
         if (shared->isStopping) {
             return;
         }
@@ -93,7 +98,7 @@ private:
         const std::size_t open = shared->connections().size();
         // Beyond twice the limit not even a refusal is worth a descriptor.
         if (open < 2 * shared->options.limits.connections) {
-            const auto connection = HttpConnection::make(shared, std::move(socket));
+            const auto connection = HttpConnection::make(shared, loop, std::move(socket));
             shared->add(connection);
             const bool isRefused = open >= shared->options.limits.connections;
             asio::post(executor, [connection, isRefused] {
@@ -123,16 +128,26 @@ std::uint16_t HttpServer::port() const {
 }
 
 std::size_t HttpServer::lostWorkers() const {
-    return _core->shared->lostThreads();
+    std::size_t lost = 0;
+    for (const auto& loop : _core->shared->loops()) {
+        lost += loop->lostThreads();
+    }
+    return lost;
 }
 
 bool HttpServer::stop(milliseconds time) {
     HttpShared& shared = *_core->shared;
     _core->close();
     const auto end = std::chrono::steady_clock::now() + time;
-    const bool ended = shared.waitForEnd(end);
-    shared.io.stop();
-    return ended && shared.lostThreads() == 0;
+    bool ended = true;
+    for (const auto& loop : shared.loops()) {
+        ended = loop->waitForEnd(end) && ended;
+    }
+    shared.stopWatching();
+    for (const auto& loop : shared.loops()) {
+        loop->io.stop();
+    }
+    return ended && lostWorkers() == 0;
 }
 
 }  // namespace QZ

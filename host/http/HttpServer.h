@@ -21,10 +21,10 @@ struct HttpLimits {
     std::chrono::milliseconds body{30'000};     // from there until its body is in
     std::chrono::milliseconds answer{60'000};   // until the one who answers is back
     std::chrono::milliseconds sending{30'000};  // for the client to take a part of the answer
-    std::size_t headerBytes = 16 * 1024;
-    std::size_t bodyBytes = 4 * 1024 * 1024;
+    std::size_t headerBytes = std::size_t(16) << 10;
+    std::size_t bodyBytes = std::size_t(4) << 20;
     std::size_t connections = 256;
-    std::size_t workers = 4;       // threads, and so requests that are answered at once
+    std::size_t workers = 8;       // threads, and so requests that are answered at once
     std::size_t lostWorkers = 64;  // threads that are late and may never come back
 };
 
