@@ -59,7 +59,7 @@ int _askServer(const Request& request, ResultOutput& output) {
 
 CommandResult _carryOut(const Request& request, const Workplace& place) {
     const std::unique_ptr<InProcessServer> server = _makeServer(place);
-    const CommandResult result = runCommand(request, *server, _say);
+    CommandResult result = runCommand(request, *server, _say);
     if (request.command == Request::Report) {
         // The module has made what it can by now: its data folder, for example.
         for (const std::string& sentence : missingSources()) {

@@ -27,7 +27,7 @@ int _check(const std::filesystem::path& file) {
     const MessageCatalogue catalogue(folder, file.stem().string());
     int findings = 0;
     const auto report = [&](const std::string& key, const char* finding) {
-        std::fprintf(stderr, "%s: %s %s\n", file.c_str(), key.c_str(), finding);
+        (void)std::fprintf(stderr, "%s: %s %s\n", file.c_str(), key.c_str(), finding);
         ++findings;
     };
     if (!english.isOpen() || !catalogue.isOpen())

@@ -129,8 +129,9 @@ std::string MessageCatalogue::bestLanguage(const std::string& folder,
     uloc_addLikelySubtags(language.c_str(), usual.data(), std::int32_t{ULOC_FULLNAME_CAPACITY},
                           &status);
     const bool isUsual = idPart(uloc_getScript, usual.data()) == script;
+    const std::string inRegion = "_" + region;
     for (const std::string& name :
-         {language + "_" + region, written + "_" + region, written, isUsual ? language : ""}) {
+         {language + inRegion, written + inRegion, written, isUsual ? language : ""}) {
         if (name.size() > 1 && name.back() != '_' && hasBundle(folder, name))
             return name;
     }

@@ -37,6 +37,7 @@ bool ResourceString::_takes(const std::string& signature) const {
     return messageInsertions(_text) == signature;
 }
 
+// NOLINTNEXTLINE(cert-dcl50-cpp): vswprintf takes what such a function has
 std::wstring ResourceString::_print(const wchar_t* format, ...) {
     std::array<wchar_t, MaximumLength + 1> buffer{};
     std::va_list values;

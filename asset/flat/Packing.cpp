@@ -27,10 +27,12 @@ void* packI(void* at, int value) {
     return _put(_put(at, INTEGER), value);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers know it so
 void* packS(void* at, std::string value) {
     return _putString(at, value);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers know it so
 void* packAI(void* at, std::vector<int> values) {
     void* end = _put(_put(at, INTEGER_ARRAY), static_cast<std::int32_t>(values.size()));
     for (const int value : values) {
@@ -39,6 +41,7 @@ void* packAI(void* at, std::vector<int> values) {
     return end;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): callers know it so
 void* packAS(void* at, std::vector<std::string> values) {
     void* end = _put(_put(at, STRING_ARRAY), static_cast<std::int32_t>(values.size()));
     for (const std::string& value : values) {

@@ -44,6 +44,7 @@ unsigned int _getNumber(Get get) noexcept {
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are names of functions and classes
 #define TEXT_GETTER(record, field)                                                    \
     void get##record##field(char* text) {                                             \
         _getText<record>(text, [](const record& from) { return from.get##field(); }); \
@@ -89,3 +90,4 @@ TAVQZ_ASSET_BYTES(BYTE_SETTER)
 TAVQZ_ASSET_NUMBERS(NUMBER_GETTER)
 TAVQZ_ASSET_NUMBERS(WORD_SETTER)
 TAVQZ_ASSET_NUMBERS_READ_ONLY(NUMBER_GETTER)
+// NOLINTEND(bugprone-macro-parentheses)

@@ -41,7 +41,8 @@ Description Description::parse(const std::string& text) {
 
 Description Description::load() {
     char path[128];
-    std::snprintf(path, sizeof path, QZ::MachinePaths::libraryFormat(), "service-processor.txt");
+    (void)std::snprintf(path, sizeof path, QZ::MachinePaths::libraryFormat(),
+                        "service-processor.txt");
     return parse(QZ::readWholeFile(path, _largestFile).text);
 }
 

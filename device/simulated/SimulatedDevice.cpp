@@ -21,11 +21,11 @@ const int _notThere = 2;
 // The values of a field as a file writes them.
 
 void _read(const std::string& text, int& value) {
-    value = std::atoi(text.c_str());
+    value = static_cast<int>(std::strtol(text.c_str(), nullptr, 10));
 }
 
 void _read(const std::string& text, unsigned char& value) {
-    value = static_cast<unsigned char>(std::atoi(text.c_str()));
+    value = static_cast<unsigned char>(std::strtol(text.c_str(), nullptr, 10));
 }
 
 void _read(const std::string& text, std::string& value) {

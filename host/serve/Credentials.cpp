@@ -43,7 +43,7 @@ std::string readPassword(const std::string& file) {
     if (stat(file.c_str(), &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
         throw Error("The password file " + file + " is others' to read: chmod 600 it");
     }
-    const std::string password = content.text.substr(0, content.text.find_first_of("\r\n"));
+    std::string password = content.text.substr(0, content.text.find_first_of("\r\n"));
     if (password.empty()) {
         throw Error("The password file " + file + " has no password in its first line");
     }

@@ -35,7 +35,7 @@ std::string _url(const ServeRequest& request, const std::string& password, unsig
 
 std::string _logLine(const HttpLogRecord& record) {
     char time[32];
-    std::snprintf(time, sizeof time, "%.1f ms", double(record.time.count()) / 1000);
+    (void)std::snprintf(time, sizeof time, "%.1f ms", double(record.time.count()) / 1000);
     std::string line = record.peer + " " + (record.user.empty() ? "-" : record.user) + " " +
                        (record.method.empty() ? "-" : record.method);
     line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";

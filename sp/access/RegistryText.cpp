@@ -89,7 +89,8 @@ RegistryValue RegistryText::find(std::string_view key, std::string_view valueNam
         const std::size_t colon = _search.find(':', sign);
         if (colon != NPOS) {
             value.kind = RegistryValue::Number;
-            value.number = std::uint32_t(_httoi(_search.c_str() + colon + 1, NUMBER_DIGITS));
+            const std::string digits = _search.substr(colon + 1, NUMBER_DIGITS);
+            value.number = std::uint32_t(_httoi(digits.c_str(), NUMBER_DIGITS));
         }
     }
     return value;

@@ -66,7 +66,8 @@ cRegistry::cRegistry(char* fileName) {
             QZ::FileContent file = QZ::readWholeFile(fileName, MAX_FILE);
             _fileName = fileName;
             if (file.state == QZ::FileContent::Read) {
-                _content.reset(new Content{QZ::RegistryText(std::move(file.text))});
+                _content =
+                    std::make_unique<Content>(Content{QZ::RegistryText(std::move(file.text))});
             }
         }
         return 0;
@@ -113,7 +114,7 @@ int cRegistry::GetRegInfo(char* key, char* valueName, unsigned long* number, uns
             *number = value.number;
         }
         if (value.kind == QZ::RegistryValue::Text && text) {
-            std::memcpy(text, value.text.data(), std::min(value.text.size(), MAX_TEXT));
+            std::copy_n(value.text.data(), std::min(value.text.size(), MAX_TEXT), text);
         }
         return value.kind == QZ::RegistryValue::None ? 0 : 1;
     });

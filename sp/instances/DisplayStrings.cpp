@@ -13,7 +13,7 @@ namespace QZ {
 
 namespace {
 
-struct DeviceTypeRow {
+struct DeviceTypeRow {  // NOLINT(clang-analyzer-optin.performance.Padding)
     VPD_INST_TYPE type;
     const wchar_t* key;
     int deviceType;

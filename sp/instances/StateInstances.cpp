@@ -38,8 +38,9 @@ bool _isPciAdapter(int spType) {
 
 }  // namespace
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilPresentInstances(int spIndex,
-                                                                        String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilPresentInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilPresentInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     VigilPresent present;
@@ -50,8 +51,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getVigilPresentInstances(int spIn
     return result.release();
 }
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilSystemStateInstances(int spIndex,
-                                                                            String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilSystemStateInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilSystemStateInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     VigilSystemState state;
@@ -72,8 +74,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getVigilSystemStateInstances(int 
     return result.release();
 }
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilWatchdogInstances(int spIndex,
-                                                                         String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilWatchdogInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilWatchdogInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     WatchdogRecord record{};

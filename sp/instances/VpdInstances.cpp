@@ -35,8 +35,8 @@ std::string _dateText(const VPD::GREG_CAL& date) {
         return "";
     }
     char text[40];
-    std::snprintf(text, sizeof text, "%02d-%02d-%4d", static_cast<int>(date.month),
-                  static_cast<int>(date.day), static_cast<int>(date.year));
+    (void)std::snprintf(text, sizeof text, "%02d-%02d-%4d", static_cast<int>(date.month),
+                        static_cast<int>(date.day), static_cast<int>(date.year));
     return text;
 }
 
@@ -55,7 +55,7 @@ std::string _wholeText(const char (&text)[Size]) {
 }  // namespace
 
 AssetIDProvider::SpInstances* AssetIDProvider::getVigilManagementProcessorVPDInstances(
-    int spIndex, String className) {
+    int spIndex, String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilManagementProcessorVPDInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     VPD record;
@@ -89,8 +89,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getVigilManagementProcessorVPDIns
     return result.release();
 }
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilComponentVPDInstances(int spIndex,
-                                                                             String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilComponentVPDInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilComponentVPDInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     VPD record;
@@ -126,8 +127,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getVigilComponentVPDInstances(int
 }
 
 // Logs under the other component builder's name, by which administrators know it.
-AssetIDProvider::SpInstances* AssetIDProvider::getIPMIVigilComponentVPDInstances(int spIndex,
-                                                                                 String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getIPMIVigilComponentVPDInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilComponentVPDInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     VigilComponentVpd vpd;
@@ -148,8 +150,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getIPMIVigilComponentVPDInstances
     return result.release();
 }
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilMachineLevelVPDInstances(int spIndex,
-                                                                                String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilMachineLevelVPDInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilMachineLevelVPDInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     MachineLevelRecord record{};
@@ -169,8 +172,9 @@ AssetIDProvider::SpInstances* AssetIDProvider::getVigilMachineLevelVPDInstances(
     return result.release();
 }
 
-AssetIDProvider::SpInstances* AssetIDProvider::getVigilPostBiosVPDInstances(int spIndex,
-                                                                            String className) {
+AssetIDProvider::SpInstances* AssetIDProvider::getVigilPostBiosVPDInstances(
+    int spIndex,
+    String className) {  // NOLINT(performance-unnecessary-value-param)
     logItem(_component, "******** getVigilPostBiosVPDInstances() entered ***********");
     auto result = std::make_unique<SpInstances>();
     PostBiosRecord record{};

@@ -67,8 +67,10 @@ TEST_F(MonitorProbe, RejectsWhatAToolWroteForWantOfAName) {
         for (const char* name : {"Identifier ", "ModelName ", "VendorName "}) {
             entries.append(name).append(value).append("\n");
         }
-        probe("Section \"Monitor\"\n" + entries + "EndSection\nSection \"Device\"\n" + entries +
-              "EndSection\n");
+        entries += "EndSection\n";
+        std::string text = "Section \"Monitor\"\n";
+        text.append(entries).append("Section \"Device\"\n").append(entries);
+        probe(text);
         expectMonitor("v", "m");
         expectVideoCard("V", "M");
     }

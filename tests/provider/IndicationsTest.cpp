@@ -47,7 +47,7 @@ std::string dateText(std::int64_t day) {
     std::tm parts{};
     gmtime_r(&seconds, &parts);
     char text[16];
-    std::strftime(text, sizeof text, "%Y-%m-%d", &parts);
+    (void)std::strftime(text, sizeof text, "%Y-%m-%d", &parts);
     return text;
 }
 

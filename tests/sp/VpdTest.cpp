@@ -112,6 +112,7 @@ TEST_F(Vpd, StartsEmptyAndInvalid) {
     EXPECT_FALSE(record.isVPDValid());
     EXPECT_EQ(record.get_int(1001), 0);
     EXPECT_EQ(record.get_string(1005), "");
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are names and types
 #define EXPECT_EMPTY(family, name, id, type) \
     EXPECT_TRUE(_equal(_get<VPD::type>(record, id), VPD::type{})) << id;
     TAVQZ_VPD_FIELDS(EXPECT_EMPTY)
@@ -194,6 +195,8 @@ TEST_F(Vpd, StoresNoImageVersion) {
     EXPECT_TRUE(_equal(_get<VPD::type>(record, id), VPD::type{})) << id;
     TAVQZ_VPD_FIELDS(EXPECT_STILL_EMPTY)
 }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 TEST_F(Vpd, KeepsInternalAndExternalInterfacesApart) {
     record.set_FB_INTERNAL_INTERFACES({{{1, 2, 3}}});

@@ -90,10 +90,14 @@ TEST_F(RegistryTest, ReadsANumberOfFewerDigits) {
 }
 
 TEST_F(RegistryTest, KeepsNumbersTo32Bits) {
-    write("[hkey_local_machine\\k]\nall=dword:FFFFFFFF\nmore=dword:123456789\n");
+    write(
+        "[hkey_local_machine\\k]\nall=dword:FFFFFFFF\nmore=dword:123456789\nmarked=dword:"
+        "0x12345678\n");
     cRegistry registry = open();
     EXPECT_EQ(find(registry, "k", "all"), "number:4294967295");
     EXPECT_EQ(find(registry, "k", "more"), "number:305419896");
+    // No more than the eight characters behind the colon are the number's.
+    EXPECT_EQ(find(registry, "k", "marked"), "number:1193046");
 }
 
 TEST_F(RegistryTest, FindsNothingWhereTheDataAreCutOff) {
