@@ -63,13 +63,11 @@ const ProviderEntry& InProcessServer::_entryFor(const CIMObjectPath& path) const
     return *entry;
 }
 
-// Calls operation(provider, path) and turns whatever a provider may throw into a CIMException.
+// Calls operation(provider) and turns whatever a provider may throw into a CIMException.
 template <class Operation>
-auto InProcessServer::_ask(const CIMObjectPath& path, Operation operation) {
-    const CIMObjectPath full = _inModel(path);
-    const ProviderEntry& entry = _entryFor(full);
+auto InProcessServer::_guard(const ProviderEntry& entry, Operation operation) {
     try {
-        return operation(_providers.get(entry), full);
+        return operation(_providers.get(entry));
     } catch (const CIMException&) {
         throw;
     } catch (const RelayFailure& failure) {
@@ -81,6 +79,24 @@ auto InProcessServer::_ask(const CIMObjectPath& path, Operation operation) {
     } catch (...) {
         _failed(entry, "threw something that is no exception");
     }
+}
+
+template <class Operation>
+auto InProcessServer::_ask(const CIMObjectPath& path, Operation operation) {
+    const CIMObjectPath full = _inModel(path);
+    return _guard(_entryFor(full),
+                  [&](CIMInstanceProvider& provider) { return operation(provider, full); });
+}
+
+void InProcessServer::askIndications(const ProviderEntry& entry,
+                                     const std::function<void(CIMIndicationProvider&)>& call) {
+    _guard(entry, [&](CIMInstanceProvider& provider) {
+        auto* const indications = dynamic_cast<CIMIndicationProvider*>(&provider);
+        if (!indications) {
+            _failed(entry, "is registered for indications and has none");
+        }
+        call(*indications);
+    });
 }
 
 void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPath& classPath,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <Pegasus/Common/OperationContext.h>
+#include <Pegasus/Provider/CIMIndicationProvider.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
 #include <functional>
@@ -53,6 +54,11 @@ public:
                                           const Pegasus::CIMInstance& created);
     void deleteInstance(const Caller& caller, const Pegasus::CIMObjectPath& instancePath);
 
+    // Calls with the provider of indications that is registered so, which stays as long as this
+    // server does. What the call throws is taken for the provider's.
+    void askIndications(const ProviderEntry& entry,
+                        const std::function<void(Pegasus::CIMIndicationProvider&)>& call);
+
     std::vector<Pegasus::CIMInstance> enumerateInstances(
         const Pegasus::CIMObjectPath& classPath) override;
     std::vector<Pegasus::CIMObjectPath> enumerateInstanceNames(
@@ -70,6 +76,8 @@ private:
     const ProviderEntry& _entryFor(const Pegasus::CIMObjectPath& path) const;
     Pegasus::CIMObjectPath _keyPath(const Pegasus::CIMInstance& instance,
                                     const Pegasus::CIMObjectPath& classPath) const;
+    template <class Operation>
+    auto _guard(const ProviderEntry& entry, Operation operation);
     template <class Operation>
     auto _ask(const Pegasus::CIMObjectPath& path, Operation operation);
 

@@ -8,8 +8,9 @@ namespace QZ {
 
 namespace {
 
-// PG_ProviderCapabilities.ProviderType of a provider of instances.
+// Of PG_ProviderCapabilities.ProviderType.
 constexpr std::uint64_t _instanceProviderType = 2;
+constexpr std::uint64_t _indicationProviderType = 4;
 
 const MofLiteral& _value(const MofDocument& document, const MofInstance& instance,
                          const char* property, MofLiteral::Kind kind) {
@@ -46,7 +47,11 @@ void Registration::add(const MofDocument& document) {
 
 void Registration::add(const ProviderEntry& provider, const std::string& nameSpace,
                        const std::string& className) {
-    _capabilities.push_back({className, {nameSpace}, _providers.size()});
+    Capability capability;
+    capability.className = className;
+    capability.namespaces = {nameSpace};
+    capability.provider = _providers.size();
+    _capabilities.push_back(std::move(capability));
     _providers.push_back(provider);
 }
 
@@ -92,24 +97,38 @@ void Registration::_addCapability(const MofDocument& document, const MofInstance
         capability.namespaces.push_back(element.text);
     }
     const MofLiteral& types = _value(document, instance, "ProviderType", MofLiteral::Array);
-    const bool ofInstances =
-        std::any_of(types.elements.begin(), types.elements.end(),
-                    [](const MofLiteral& type) { return type.number == _instanceProviderType; });
-    if (ofInstances) {
-        _capabilities.push_back(std::move(capability));
-    }
+    const auto has = [&types](std::uint64_t wanted) {
+        return std::any_of(types.elements.begin(), types.elements.end(),
+                           [wanted](const MofLiteral& type) { return type.number == wanted; });
+    };
+    capability.ofInstances = has(_instanceProviderType);
+    capability.ofIndications = has(_indicationProviderType);
+    _capabilities.push_back(std::move(capability));
 }
 
-const ProviderEntry* Registration::instanceProvider(const std::string& nameSpace,
-                                                    const std::string& className) const {
+template <class Wanted>
+const ProviderEntry* Registration::_find(const std::string& nameSpace, const std::string& className,
+                                         Wanted wanted) const {
     for (const Capability& capability : _capabilities) {
-        if (sameName(capability.className, className) &&
+        if (wanted(capability) && sameName(capability.className, className) &&
             std::any_of(capability.namespaces.begin(), capability.namespaces.end(),
                         [&](const auto& name) { return sameName(name, nameSpace); })) {
             return &_providers[capability.provider];
         }
     }
     return nullptr;
+}
+
+const ProviderEntry* Registration::instanceProvider(const std::string& nameSpace,
+                                                    const std::string& className) const {
+    return _find(nameSpace, className,
+                 [](const Capability& capability) { return capability.ofInstances; });
+}
+
+const ProviderEntry* Registration::indicationProvider(const std::string& nameSpace,
+                                                      const std::string& className) const {
+    return _find(nameSpace, className,
+                 [](const Capability& capability) { return capability.ofIndications; });
 }
 
 }  // namespace QZ

@@ -34,12 +34,22 @@ public:
     const ProviderEntry* instanceProvider(const std::string& nameSpace,
                                           const std::string& className) const;
 
+    // The same of the indications of that class.
+    const ProviderEntry* indicationProvider(const std::string& nameSpace,
+                                            const std::string& className) const;
+
 private:
     struct Capability {
         std::string className;
         std::vector<std::string> namespaces;
         std::size_t provider;
+        bool ofInstances = true;
+        bool ofIndications = false;
     };
+
+    template <class Wanted>
+    const ProviderEntry* _find(const std::string& nameSpace, const std::string& className,
+                               Wanted wanted) const;
 
     void _addModule(const MofDocument& document, const MofInstance& instance);
     void _addProvider(const MofDocument& document, const MofInstance& instance);

@@ -174,6 +174,13 @@ TEST(InProcessServer, AnswersProvidersThroughTheirHandle) {
     EXPECT_EQ(server.all("TEST_AsksBack").size(), 2U);
 }
 
+TEST(InProcessServer, AsksNoIndicationsOfAProviderThatHasNone) {
+    TestServer server;
+    const ProviderEntry entry{"TestModule", "TestProvider", "TestProvider"};
+    EXPECT_THAT(_refusal([&] { server.askIndications(entry, [](CIMIndicationProvider&) {}); }),
+                HasSubstr("TestProvider: is registered for indications and has none"));
+}
+
 TEST(InProcessServer, AnswersSeveralThreads) {
     TestServer server;
     std::vector<std::thread> threads;

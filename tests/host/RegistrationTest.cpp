@@ -52,12 +52,24 @@ TEST(Registration, FindsWhoServesAClassInANamespace) {
     EXPECT_EQ(registration.instanceProvider("root/a", "E"), nullptr) << "serves indications only";
 }
 
+TEST(Registration, FindsWhoSendsTheIndicationsOfAClass) {
+    const Registration registration =
+        _read(std::string(_module) + _provider + _capability("C", "2") + _capability("E", "4") +
+              _capability("Both", "2, 4"));
+    EXPECT_EQ(registration.indicationProvider("root/a", "e")->name, "P");
+    EXPECT_EQ(registration.indicationProvider("root/a", "Both")->name, "P");
+    EXPECT_EQ(registration.instanceProvider("root/a", "Both")->name, "P");
+    EXPECT_EQ(registration.indicationProvider("root/a", "C"), nullptr);
+    EXPECT_EQ(registration.indicationProvider("root/c", "E"), nullptr);
+}
+
 TEST(Registration, TakesWhatAnotherServerHas) {
     Registration registration = _read(std::string(_module) + _provider + _capability("C", "2"));
     registration.add({"N", "", "Q"}, "root/b", "D");
     EXPECT_EQ(registration.instanceProvider("root/B", "d")->name, "Q");
     EXPECT_EQ(registration.instanceProvider("root/a", "D"), nullptr);
     EXPECT_EQ(registration.instanceProvider("root/b", "C")->name, "P");
+    EXPECT_EQ(registration.indicationProvider("root/b", "D"), nullptr);
 }
 
 TEST(Registration, RefusesWhatRefersToNothing) {
