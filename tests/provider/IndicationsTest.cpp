@@ -179,6 +179,19 @@ TEST_F(IndicationsTest, TellOfALaterDateWithTheNextHourlyCheck) {
     provider->disableIndications();
 }
 
+TEST_F(IndicationsTest, TellOfAnEndDateThatAClientSet) {
+    setEndDays(today() + 100, 0);
+    provider->enableIndications(listener);
+    clock.advance(5000, 1);
+    EXPECT_EQ(Told(), told);
+    CIMInstance lease = instance("TAVIRA_Lease");
+    add(lease, "EndDate", date("20200131000000.000000+000"));
+    modify("TAVIRA_Lease", lease);
+    clock.advance(_hour, 1);
+    EXPECT_EQ(Told{"TAVIRA_LeaseExpirationEvent 4"}, told);
+    provider->disableIndications();
+}
+
 TEST_F(IndicationsTest, CheckOnceWhereTheyEndBeforeTheFirstCheck) {
     setEndDays(today() - 1, 0);
     provider->enableIndications(listener);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <Pegasus/Common/CIMDateTime.h>
 
+#include "ManualClock.h"
 #include "ProviderTest.h"
 
 using namespace Pegasus;
@@ -53,26 +54,38 @@ TEST_F(Modify, AppliesEveryWritablePropertyOfTheWarranty) {
 
 TEST_F(Modify, AppliesEveryWritablePropertyOfTheDetails) {
     CIMInstance modified = instance(_details);
-    const char* const texts[] = {
-        "AssetNumber",        "PersonalizedLabel1",   "PersonalizedData1",
-        "PersonalizedLabel5", "PersonalizedData5",    "PrimaryOwnerName",
-        "PrimaryOwnerPhone",  "PrimaryOwnerPosition", "PrimaryOwnerDepartment",
-        "SystemLocation",     "KELPProfile"};
-    for (const char* name : texts) {
+    for (const char* name :
+         {"AssetNumber", "PersonalizedLabel1", "PersonalizedData1", "PersonalizedLabel2",
+          "PersonalizedData2", "PersonalizedLabel3", "PersonalizedData3", "PersonalizedLabel4",
+          "PersonalizedData4", "PersonalizedLabel5", "PersonalizedData5", "PrimaryOwnerName",
+          "PrimaryOwnerPhone", "PrimaryOwnerPosition", "PrimaryOwnerDepartment", "SystemLocation",
+          "KELPProfile"}) {
         add(modified, name, text(std::string("new ") + name));
     }
-    const char* const dates[] = {"LastInventoried", "PurchaseDate", "KELPUpdateTime"};
-    for (const char* name : dates) {
-        add(modified, name, date("20260102030405.000000+000"));
-    }
+    add(modified, "LastInventoried", date("20260102030405.000000+000"));
+    add(modified, "PurchaseDate", date("20240301000000.000000+060"));
+    add(modified, "KELPUpdateTime", date("20260506070809.000000-300"));
     modify(_details, modified);
-    for (const char* name : texts) {
-        EXPECT_EQ(shown(_details, name), std::string("new ") + name);
-    }
-    for (const char* name : dates) {
-        EXPECT_EQ(shown(_details, name), "20260102030405.000000+000");
-    }
+    EXPECT_EQ(machine.assetFile(),
+              "USER.AssetNumber=new AssetNumber\nUSER.AssetIdTag=\nUSER.Name=new PrimaryOwnerName\n"
+              "USER.Phone=new PrimaryOwnerPhone\nUSER.Position=new PrimaryOwnerPosition\n"
+              "USER.Department=new PrimaryOwnerDepartment\n"
+              "USER.LastInventoried=2026-01-02T03:04:05+00:00\n"
+              "USER.PurchaseDate=2024-03-01T00:00:00+01:00\nUSER.Location=new SystemLocation\n"
+              "USER.KELPProfile=new KELPProfile\nUSER.KELPUpdateTime=2026-05-06T07:08:09-05:00\n"
+              "USER.PersonalizedLabel1=new PersonalizedLabel1\n"
+              "USER.PersonalizedData1=new PersonalizedData1\n"
+              "USER.PersonalizedLabel2=new PersonalizedLabel2\n"
+              "USER.PersonalizedData2=new PersonalizedData2\n"
+              "USER.PersonalizedLabel3=new PersonalizedLabel3\n"
+              "USER.PersonalizedData3=new PersonalizedData3\n"
+              "USER.PersonalizedLabel4=new PersonalizedLabel4\n"
+              "USER.PersonalizedData4=new PersonalizedData4\n"
+              "USER.PersonalizedLabel5=new PersonalizedLabel5\n"
+              "USER.PersonalizedData5=new PersonalizedData5\n");
     EXPECT_EQ(shown(_details, "DeploymentProfile"), "new KELPProfile");
+    EXPECT_EQ(shown(_details, "LastInventoried"), "20260102030405.000000+000");
+    EXPECT_EQ(shown(_details, "PurchaseDate"), "20240301000000.000000+060");
 }
 
 TEST_F(Modify, ChangesOnlyWhatIsCarried) {
@@ -124,13 +137,35 @@ TEST_F(Modify, IgnoresAnIntervalForTheTwoTimesThatAreNotCleared) {
     EXPECT_EQ(shown(_details, "KELPUpdateTime"), "20260506000000.000000+000");
 }
 
+TEST_F(Modify, SetsTheClockButNotToAnInterval) {
+    const ScopedEnvironment thisMachine("TAVQZ_HOST_ROOT", nullptr);
+    ManualClock clock;
+    CIMInstance modified = instance(_details);
+    add(modified, "LocalDateTime", date("20270131120000.000000+060"));
+    modify(_details, modified);
+    EXPECT_EQ(clock.seconds(), 1801393200);
+    CIMInstance interval = instance(_details);
+    add(interval, "LocalDateTime", date("00000000000000.000000:000"));
+    modify(_details, interval);
+    EXPECT_EQ(clock.seconds(), 1801393200);
+}
+
 TEST_F(Modify, EmptiesThePersonalizedPairsThatAreNotCarried) {
-    machine.writeAssetFile("USER.PersonalizedLabel1=l\nUSER.PersonalizedData5=d\n");
+    std::vector<std::string> names;
+    std::string stored;
+    for (const char* number : {"1", "2", "3", "4", "5"}) {
+        for (const char* kind : {"PersonalizedLabel", "PersonalizedData"}) {
+            names.push_back(std::string(kind) + number);
+            stored.append("USER.").append(names.back()).append("=kept?\n");
+        }
+    }
+    machine.writeAssetFile(stored);
     CIMInstance modified = instance(_details);
     add(modified, "PrimaryOwnerName", text("Owner"));
     modify(_details, modified);
-    EXPECT_EQ(shown(_details, "PersonalizedLabel1"), "");
-    EXPECT_EQ(shown(_details, "PersonalizedData5"), "");
+    for (const std::string& name : names) {
+        EXPECT_EQ(shown(_details, name), "") << name;
+    }
     EXPECT_EQ(shown(_details, "PrimaryOwnerName"), "Owner");
 }
 
