@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <sha256.h>
+#include <strings.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -76,6 +77,11 @@ std::string makeFolder(const std::string& path) {
     return "Cannot make the folder " + path + ": " + systemErrorText(error);
 }
 
+std::string messageFolder(const std::string& component) {
+    const std::string folder = MachinePaths::messageFolder();
+    return component.empty() ? folder : folder + '/' + component;
+}
+
 }  // namespace
 
 std::wstring Product::getDataDirectory() {
@@ -100,10 +106,15 @@ std::wstring Product::getUid() {
 
 std::wstring Product::getResourceLibrary(const std::string& component,
                                          const std::string& languageId) {
-    std::string folder = MachinePaths::messageFolder();
-    if (!component.empty())
-        folder += '/' + component;
+    const std::string folder = messageFolder(component);
     return make_wstring(folder + '/' + MessageCatalogue::bestLanguage(folder, languageId));
+}
+
+bool Product::hasResourceLibrary(const std::string& component, const std::string& languageId) {
+    const std::string language = languageId.substr(0, languageId.find_first_of("-_"));
+    return strcasecmp(language.c_str(), "en") == 0 ||
+           MessageCatalogue::bestLanguage(messageFolder(component), languageId) !=
+               MessageCatalogue::Root;
 }
 
 bool Product::makeDataDirectory(std::string& reason) noexcept {

@@ -25,6 +25,9 @@ public:
     static std::wstring getResourceLibrary(const std::string& component,
                                            const std::string& languageId);
 
+    // Whether that catalogue is in the language asked for, and not English for want of a better.
+    static bool hasResourceLibrary(const std::string& component, const std::string& languageId);
+
     // Makes the data folder, with the folders above it, for their owner only. True when it stands;
     // else the reason is a sentence for the administrator.
     static bool makeDataDirectory(std::string& reason) noexcept;

@@ -3,6 +3,7 @@
 #include "RequestLanguage.h"
 
 #include "CimText.h"
+#include "Product.h"
 
 namespace QZ {
 
@@ -13,9 +14,17 @@ std::string requestLanguage(const OperationContext& context) {
         return {};
     const AcceptLanguageListContainer container(context.get(AcceptLanguageListContainer::NAME));
     const AcceptLanguageList languages = container.getLanguages();
-    if (languages.size() == 0 || languages.getQualityValue(0) == 0)
-        return {};
-    return make_string(languages.getLanguageTag(0).toString());
+    std::string first;
+    for (Uint32 i = 0; i < languages.size() && languages.getQualityValue(i) > 0; ++i) {
+        const std::string tag = make_string(languages.getLanguageTag(i).toString());
+        if (tag == "*")
+            return {};
+        if (Product::hasResourceLibrary("", tag))
+            return tag;
+        if (first.empty())
+            first = tag;
+    }
+    return first;
 }
 
 }  // namespace QZ

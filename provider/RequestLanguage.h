@@ -8,8 +8,9 @@
 
 namespace QZ {
 
-// The language in which the client wants its answer most, as LanguageScope takes it. Empty where
-// it does not say, or takes any.
+// The language that the client wants most among those that there is a message catalogue for, as
+// LanguageScope takes it; where there is none for any, the one that it wants most. Empty where it
+// does not say, or takes any language before one of ours.
 std::string requestLanguage(const Pegasus::OperationContext& context);
 
 }  // namespace QZ

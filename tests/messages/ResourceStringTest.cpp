@@ -99,6 +99,13 @@ TEST(ResourceLibrary, IsTheLanguagesOwnOrItsParents) {
         EXPECT_EQ(language, languageOf(id)) << id;
 }
 
+TEST(ResourceLibrary, IsTheLanguagesOwnOrNot) {
+    for (const char* id : {"de", "de-AT", "zh_CN", "en", "EN-us", "en_GB"})
+        EXPECT_TRUE(Product::hasResourceLibrary("", id)) << id;
+    for (const char* id : {"it", "zh_TW", "eng", "*", "", "../de"})
+        EXPECT_FALSE(Product::hasResourceLibrary("", id)) << id;
+}
+
 TEST(ResourceLibrary, HoldsEveryLanguageWithEveryKey) {
     const std::string folder = TAVQZ_BINARY_DIR "/share/tavqz/messages";
     const MessageCatalogue english(folder, MessageCatalogue::Root);
