@@ -36,7 +36,7 @@ protected:
     void describe(const std::string& text) {
         _machine.folder().write("lib/service-processor.txt", text);
         if (!_provider) {
-            _provider.reset(new QZ::AssetIDProvider);
+            _provider = std::make_unique<QZ::AssetIDProvider>();
         }
     }
     QZ::AssetIDProvider& provider() { return *_provider; }
@@ -199,6 +199,19 @@ TEST_F(ServiceProcessor, IsAskedOnceForEachOfSeveral) {
     EXPECT_THAT(values("TAVIRA_VigilWatchdog", "TimeoutInterval"), ElementsAre("60", "90"));
     EXPECT_THAT(values("TAVIRA_VigilPresent", "DeviceID"), ElementsAre("0", "0"));
     EXPECT_THAT(values("TAVIRA_VigilComponentVPD", "UniqueId"), ElementsAre("1", "1"));
+}
+
+TEST_F(ServiceProcessor, GetsTheFirstOfSeveralWithOnePath) {
+    describe("type = 1\nwatchdog.os = 60\ncount = 2\nsp1.watchdog.os = 90\n");
+    const auto all = enumerate("TAVIRA_VigilWatchdog");
+    ASSERT_EQ(all.size(), 2U);
+    ASSERT_TRUE(all[0].getPath() == all[1].getPath());
+    Instances handler;
+    provider().getInstance(OperationContext(), all[1].getPath(), false, false, CIMPropertyList(),
+                           handler);
+    EXPECT_TRUE(handler.isWhole());
+    ASSERT_EQ(handler.all.size(), 1U);
+    EXPECT_EQ(valueText(handler.all[0], "TimeoutInterval"), "60");
 }
 
 class NoServiceProcessor : public ServiceProcessor, public ::testing::WithParamInterface<int> {};
