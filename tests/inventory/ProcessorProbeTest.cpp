@@ -38,6 +38,16 @@ TEST_F(ProcessorProbe, KeepsWhatTheFileDoesNotGive) {
     EXPECT_EQ(info.modelName, "model before");
 }
 
+// The scan would take any white space, and none, for the blank in the name.
+TEST_F(ProcessorProbe, TakesNamesAsTheKernelWritesThem) {
+    writeFile("proc/cpuinfo", "modelname: a\nmodel\tname: b\nmodel  name: c\nmodel name:d\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.modelName, "d");
+    writeFile("proc/cpuinfo", "modelname: a\nmodel\tname: b\nmodel  name: c\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.modelName, "d");
+}
+
 TEST_F(ProcessorProbe, TakesAnEmptyFileForADescription) {
     writeFile("proc/cpuinfo", "");
     EXPECT_NE(probe(), 0);
