@@ -173,7 +173,8 @@ void _addCommands(CLI::App& app, Request& request) {
         ->capture_default_str();
     due->footer(
         "Exit status, as monitoring plug-ins end: 0 nothing is due, 1 something runs out\n"
-        "within the days, 2 something has run out.\n\nExample:\n  tavqz due --within 90d");
+        "within the days, 2 something has run out, 3 that could not be found out.\n\n"
+        "Example:\n  tavqz due --within 90d");
     _addServe(app, request);
 }
 
@@ -193,7 +194,8 @@ ParsedArguments parseArguments(int count, const char* const* arguments) {
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;
         std::ostringstream err;
-        result.status = app.exit(error, out, err) == 0 ? EXIT_OK : EXIT_USAGE;
+        const ExitStatus wrong = app.got_subcommand("due") ? EXIT_UNKNOWN : EXIT_USAGE;
+        result.status = app.exit(error, out, err) == 0 ? EXIT_OK : wrong;
         result.text = result.status == EXIT_OK ? out.str() : err.str();
     }
     return result;

@@ -15,6 +15,7 @@ enum ExitStatus {
     EXIT_FAILED = 1,     // the module, the server or standard output failed
     EXIT_USAGE = 2,      // what was asked for makes no sense
     EXIT_NOT_FOUND = 3,  // there is no such instance
+    EXIT_UNKNOWN = 3,    // of "due", whatever went wrong: 1 and 2 are its findings
 };
 
 // What was asked for makes no sense; the message says what would.

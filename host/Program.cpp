@@ -69,8 +69,7 @@ CommandResult _carryOut(const Request& request, const Workplace& place) {
     return result;
 }
 
-int _run(int count, const char* const* arguments, ResultOutput& output) {
-    const ParsedArguments parsed = parseArguments(count, arguments);
+int _run(const ParsedArguments& parsed, ResultOutput& output) {
     if (!parsed.isRequest) {
         if (parsed.status == EXIT_OK) {
             output.write(parsed.text);
@@ -103,17 +102,23 @@ int _run(int count, const char* const* arguments, ResultOutput& output) {
 int runProgram(int count, const char* const* arguments) {
     // A reader that leaves early is a failure to write, with a status of its own.
     (void)std::signal(SIGPIPE, SIG_IGN);
+    ParsedArguments parsed;
+    const auto fail = [&parsed](ExitStatus status, const std::string& message) {
+        // "due" ends as monitoring plug-ins do, for which the other failures are findings.
+        return _fail(parsed.request.command == Request::Due ? EXIT_UNKNOWN : status, message);
+    };
     try {
         ResultOutput output;
-        return _run(count, arguments, output);
+        parsed = parseArguments(count, arguments);
+        return _run(parsed, output);
     } catch (const UsageError& error) {
-        return _fail(EXIT_USAGE, error.what());
+        return fail(EXIT_USAGE, error.what());
     } catch (const Pegasus::CIMException& exception) {
-        return _fail(EXIT_FAILED, statusText(exception));
+        return fail(EXIT_FAILED, statusText(exception));
     } catch (const Pegasus::Exception& exception) {
-        return _fail(EXIT_FAILED, make_string(exception.getMessage()));
+        return fail(EXIT_FAILED, make_string(exception.getMessage()));
     } catch (const std::exception& error) {
-        return _fail(EXIT_FAILED, error.what());
+        return fail(EXIT_FAILED, error.what());
     }
 }
 

@@ -16,7 +16,7 @@ std::string requestLanguage(const OperationContext& context) {
     const AcceptLanguageList languages = container.getLanguages();
     std::string first;
     for (Uint32 i = 0; i < languages.size() && languages.getQualityValue(i) > 0; ++i) {
-        const std::string tag = make_string(languages.getLanguageTag(i).toString());
+        std::string tag = make_string(languages.getLanguageTag(i).toString());
         if (tag == "*")
             return {};
         if (Product::hasResourceLibrary("", tag))

@@ -93,6 +93,39 @@ TEST(AssetCommand, KeepsThePersonalizedPairsThatWereNotNamed) {
     }
 }
 
+TEST(AssetCommand, EndsAsAMonitoringPluginWithWhatIsDue) {
+    const Machine machine;
+    const auto due = [&machine](const std::string& lease, const std::string& warranty) {
+        EXPECT_EQ(machine.run({"set", "TAVIRA_Lease", "EndDate=" + lease}).status, 0);
+        EXPECT_EQ(machine.run({"set", "TAVIRA_Warranty", "EndDate=" + warranty}).status, 0);
+        return machine.run({"due", "--within", "9000000"});
+    };
+    const CommandRun fine = due("", "");
+    EXPECT_EQ(fine.status, 0);
+    EXPECT_EQ(fine.out, "Nothing runs out within 9000000 days\n");
+    const CommandRun warning = due("9999-12-31", "");
+    EXPECT_EQ(warning.status, 1);
+    EXPECT_THAT(warning.out, testing::StartsWith("Lease runs out in "));
+    const CommandRun critical = due("9999-12-31", "2020-01-01");
+    EXPECT_EQ(critical.status, 2);
+    EXPECT_THAT(critical.out, testing::StartsWith("Warranty ran out "));
+}
+
+TEST(AssetCommand, TellsWhatIsDueFromThatThisCannotBeFoundOut) {
+    const Machine machine;
+    const CommandRun failed = machine.run({"due", "--module", "/missing/module.so"});
+    EXPECT_EQ(failed.status, 3);
+    EXPECT_EQ(failed.out, "");
+    EXPECT_THAT(failed.err, HasSubstr("/missing/module.so"));
+    for (const std::vector<std::string>& wrong :
+         {std::vector<std::string>{"due", "--within", "soon"},
+          {"due", "--wihtin", "9"},
+          {"--root", "/missing/folder", "due"}}) {
+        EXPECT_EQ(runCommandLine(wrong).status, 3) << wrong.back();
+    }
+    EXPECT_EQ(runCommandLine({"due", "--help"}).status, 0);
+}
+
 TEST(AssetCommand, GetsThePathThatNamesWrites) {
     const Machine machine;
     for (const char* name : {"TAVIRA_Lease", "TAVIRA_Warranty", "TAVIRA_ComputerSystemDetails"}) {
