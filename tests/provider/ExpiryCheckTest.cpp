@@ -10,7 +10,9 @@
 
 #include "CimText.h"
 #include "ManualClock.h"
+#include "Product.h"
 #include "TestMachine.h"
+#include "Text.h"
 
 using namespace QZ;
 using namespace Pegasus;
@@ -89,7 +91,25 @@ TEST_F(ExpiryCheckTest, TellsNothingTwiceAcrossARestart) {
     EXPECT_EQ(_leaseValid, told());
 }
 
+TEST_F(ExpiryCheckTest, GivesItsPropertiesInOrderAndOfTheirTypes) {
+    setDates("2020-01-31", "");
+    const CIMInstance alert = check().at(0);
+    std::vector<std::string> shape;
+    for (Uint32 i = 0; i < alert.getPropertyCount(); ++i) {
+        const CIMConstProperty property = alert.getProperty(i);
+        shape.push_back(make_string(property.getName().getString()) + " " +
+                        cimTypeToString(property.getType()));
+    }
+    EXPECT_EQ((std::vector<std::string>{"SystemCreationClassName string", "SystemName string",
+                                        "AlertType uint16", "PerceivedSeverity uint16",
+                                        "ProbableCause uint16", "Trending uint16", "EventID string",
+                                        "EventTime datetime", "ProviderName string",
+                                        "UniqueSystemID string", "Description string"}),
+              shape);
+}
+
 TEST_F(ExpiryCheckTest, SaysWhatRanOutWhereAndWhen) {
+    machine.folder().write("etc/machine-id", std::string(32, 'a') + "\n");
     setDates("", "2020-01-31");
     const std::vector<CIMInstance> alerts = check();
     ASSERT_EQ(1U, alerts.size());
@@ -105,10 +125,11 @@ TEST_F(ExpiryCheckTest, SaysWhatRanOutWhereAndWhen) {
         {"Trending", "1"},
         {"EventID", "TAVIRA_Warranty.Identifier=\"TAVIRA|CorvanaAgent|Warranty\""},
         {"ProviderName", "Corvana|Agent|AssetIDProvider"},
-        {"UniqueSystemID", ""},
+        {"UniqueSystemID", make_string(Product::getUid())},
         {"Description",
          "The warranty of the system asset-host has expired. Its end date was 2020-01-31."}};
     EXPECT_EQ(expected, said);
+    EXPECT_NE("", said["UniqueSystemID"]);
     const CIMObjectPath path = alerts[0].getPath();
     EXPECT_EQ("root/tavqz", make_string(path.getNameSpace().getString()));
     EXPECT_TRUE(path.getClassName().equal(CIMName("TAVIRA_WarrantyExpirationEvent")));
