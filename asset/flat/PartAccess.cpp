@@ -61,6 +61,18 @@ int _setPersonalized(const char* text, unsigned int index, Member member) noexce
     return 0;
 }
 
+// Lets the parts go when the module is unloaded.
+class PartsOwner {
+public:
+    PartsOwner() = default;
+    ~PartsOwner() {
+        QZ::PartInfoFactory::deleteList({partinfos.begin(), partinfos.end()});
+        partinfos.clear();
+    }
+    PartsOwner(const PartsOwner&) = delete;
+    PartsOwner& operator=(const PartsOwner&) = delete;
+};
+
 using Pair = QZ::ComputerSystemDetails::PersonalizedData::value_type;
 
 }  // namespace
@@ -68,6 +80,8 @@ using Pair = QZ::ComputerSystemDetails::PersonalizedData::value_type;
 void AssetIDinit() {
     QZ::withRecord<QZ::ComputerSystemDetails>([](const QZ::ComputerSystemDetails& record) {
         QZ::ComputerSystemDetails::PersonalizedData pairs = record.getPersonalizedData();
+        // Made here, it goes before the array, which was made when the module was loaded.
+        static const PartsOwner owner;
         std::list<QZ::PartInfo*> parts = QZ::PartInfoFactory::newList();
         // Nothing fails from here on but for want of memory, and then the old ones stay.
         std::vector<QZ::PartInfo*> replaced(parts.begin(), parts.end());
