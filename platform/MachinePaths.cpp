@@ -93,6 +93,10 @@ std::string MachinePaths::xServerConfiguration() {
     return root() + "/etc/X11/XF86Config";
 }
 
+std::string MachinePaths::simulatedServiceProcessors() {
+    return root() + "/etc/tavqz/service-processor.txt";
+}
+
 std::string MachinePaths::dataDirectory() {
     std::string folder = environment("TAVQZ_DATA_DIR");
     if (folder.empty())

@@ -37,6 +37,9 @@ public:
 
     static std::string xServerConfiguration();
 
+    // What the simulated service-processor library reads.
+    static std::string simulatedServiceProcessors();
+
     // The folder of our data files, ending in "/": TAVQZ_DATA_DIR, else the system's. Never under
     // TAVQZ_HOST_ROOT.
     static std::string dataDirectory();

@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "Description.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <sstream>
 
-#include "FileContent.h"
-#include "MachinePaths.h"
+#include "DescriptionKeys.h"
+#include "FieldText.h"
+#include "PropertyEscape.h"
 
 namespace {
 
-const std::size_t _largestFile = 1 << 20;
+// Characters of a text that a sentence shows.
+constexpr std::size_t _mostShown = 60;
 
 std::string _trimmed(const std::string& text) {
     const char* blanks = " \t\r";
@@ -21,29 +21,51 @@ std::string _trimmed(const std::string& text) {
                : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+std::string _quoted(const std::string& text) {
+    return "\"" + QZ::escapeValue(text.substr(0, _mostShown)) +
+           (text.size() > _mostShown ? "..." : "") + "\"";
+}
+
 std::string _prefixOf(int spIndex) {
     return "sp" + std::to_string(spIndex) + ".";
 }
 
+// Why the line cannot stand; empty where it can.
+std::string _reason(const std::string& key, const std::string& value) {
+    if (const char* wrongKey = whyWrongKey(key)) {
+        return _quoted(key) + " " + wrongKey;
+    }
+    const std::string wrongValue = whyWrongValue(key, value);
+    return wrongValue.empty() ? "" : key + " is " + _quoted(value) + ", but " + wrongValue;
+}
+
 }  // namespace
 
-Description Description::parse(const std::string& text) {
-    Description result;
+Description::Parsed Description::parse(const std::string& text) {
+    Parsed result;
     std::istringstream lines(text);
+    int number = 0;
     for (std::string line; std::getline(lines, line);) {
-        const std::size_t equals = line.find('=');
-        if (equals != std::string::npos && _trimmed(line)[0] != '#') {
-            result._values[_trimmed(line.substr(0, equals))] = _trimmed(line.substr(equals + 1));
+        ++number;
+        const std::string content = _trimmed(line);
+        if (content.empty() || content[0] == '#') {
+            continue;
+        }
+        const std::size_t equals = content.find('=');
+        std::string reason = _quoted(content) + " is neither a comment nor \"key = value\"";
+        if (equals != std::string::npos) {
+            const std::string key = _trimmed(content.substr(0, equals));
+            const std::string value = QZ::unescape(_trimmed(content.substr(equals + 1)));
+            reason = _reason(key, value);
+            if (reason.empty() && !result.description._values.emplace(key, value).second) {
+                reason = key + " was said before";
+            }
+        }
+        if (!reason.empty()) {
+            result.mistakes.push_back("line " + std::to_string(number).append(": ").append(reason));
         }
     }
     return result;
-}
-
-Description Description::load() {
-    char path[128];
-    (void)std::snprintf(path, sizeof path, QZ::MachinePaths::libraryFormat(),
-                        "service-processor.txt");
-    return parse(QZ::readWholeFile(path, _largestFile).text);
 }
 
 std::optional<std::string> Description::find(int spIndex, const std::string& key) const {
@@ -61,8 +83,9 @@ std::string Description::text(int spIndex, const std::string& key) const {
 }
 
 long long Description::number(int spIndex, const std::string& key, long long missing) const {
-    const std::optional<std::string> value = find(spIndex, key);
-    return value ? std::strtoll(value->c_str(), nullptr, 10) : missing;
+    long long value = missing;
+    readNumber(text(spIndex, key), value);
+    return value;
 }
 
 std::map<std::string, std::string> Description::below(int spIndex,

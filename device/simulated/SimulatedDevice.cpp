@@ -4,11 +4,11 @@
 // A service-processor library whose processors are what a text file says. See README.md.
 
 #include <algorithm>
-#include <cstring>
-#include <sstream>
+#include <optional>
 
 #include "Clock.h"
 #include "Description.h"
+#include "FieldText.h"
 #include "tavqz/Export.h"
 #include "tavqz/cBusComm.h"
 #include "tavqz/cDeviceLib.h"
@@ -18,54 +18,11 @@ namespace {
 // The answer to what the description does not hold.
 const int _notThere = 2;
 
-// The values of a field as a file writes them.
-
-void _read(const std::string& text, int& value) {
-    value = static_cast<int>(std::strtol(text.c_str(), nullptr, 10));
-}
-
-void _read(const std::string& text, unsigned char& value) {
-    value = static_cast<unsigned char>(std::strtol(text.c_str(), nullptr, 10));
-}
-
-void _read(const std::string& text, std::string& value) {
-    value = text;
-}
-
-void _read(const std::string& text, VPD::GREG_CAL& value) {
-    std::istringstream(text) >> value.day >> value.month >> value.year;
-}
-
-void _read(const std::string& text, VPD::MFG_DATE& value) {
-    std::istringstream(text) >> value.first >> value.second;
-}
-
-void _read(const std::string& text, VPD::Bytes& value) {
-    std::istringstream bytes(text);
-    for (unsigned byte = 0; bytes >> std::hex >> byte;) {
-        value.push_back(static_cast<unsigned char>(byte));
-    }
-}
-
-void _read(const std::string& text, VPD::MacAddresses& value) {
-    std::istringstream addresses(text);
-    for (std::string address; std::getline(addresses, address, ',');) {
-        _read(address, value.emplace_back());
-    }
-}
-
-void _read(const std::string& text, VPD::Interfaces& value) {
-    std::istringstream words(text);
-    for (VPD::INTERFACE_DESCRIPTOR one{}; words >> one.words[0] >> one.words[1] >> one.words[2];) {
-        value.push_back(one);
-    }
-}
-
 void _setField(VPD& record, const std::string& field, const std::string& text) {
 #define SET_FIELD(family, name, id, type)    \
     if (field == #family "_" #name) {        \
         VPD::type value{};                   \
-        _read(text, value);                  \
+        readField(text, value);              \
         record.set_##family##_##name(value); \
         return;                              \
     }
@@ -73,40 +30,46 @@ void _setField(VPD& record, const std::string& field, const std::string& text) {
 #undef SET_FIELD
 }
 
-// All of the room but the last place, padded with blanks.
+// Shorter texts are followed by the padding, longer ones are none: the description's are read so.
 template <std::size_t Size>
-void _fill(char (&room)[Size], const std::string& text) {
-    std::fill(std::begin(room), std::end(room), ' ');
-    std::copy_n(text.begin(), std::min(text.size(), Size - 1), room);
-    room[Size - 1] = '\0';
-}
-
-template <std::size_t Size>
-void _fillWithNul(char (&room)[Size], const std::string& text) {
-    std::fill(std::begin(room), std::end(room), '\0');
+void _fill(char (&room)[Size], const std::string& text, char padding) {
+    std::fill(std::begin(room), std::end(room), padding);
     std::copy_n(text.begin(), std::min(text.size(), Size), room);
 }
 
 // One question: waits as long as the description says, and fails as it says.
 class Question {
 public:
-    Question(int spIndex, const std::string& name)
-        : description(Description::load()),
-          status(static_cast<int>(description.number(spIndex, "fail." + name, 0))) {
-        const long long delay = description.number(spIndex, "delay." + name, 0);
+    Question(int spIndex, const std::string& name) : _spIndex(spIndex) {
+        const std::optional<Description> found = loadDescription();
+        if (!found) {
+            return;
+        }
+        description = *found;
+        status = static_cast<int>(number("fail." + name, 0));
+        const long long delay = number("delay." + name, 0);
         if (delay > 0) {
             QZ::Clock::current().sleepMilliseconds(static_cast<unsigned>(delay));
         }
     }
 
+    std::string text(const std::string& key) const { return description.text(_spIndex, key); }
+    long long number(const std::string& key, long long missing) const {
+        return description.number(_spIndex, key, missing);
+    }
+
     Description description;
-    int status;
+    int status = _notThere;
+
+private:
+    int _spIndex;
 };
 
 class SimulatedBus final : public cBusComm {
 public:
     int getServiceProcessorCount() override {
-        return static_cast<int>(Description::load().number(-1, "count", 1));
+        const std::optional<Description> found = loadDescription();
+        return found ? static_cast<int>(found->number(-1, "count", 1)) : 0;
     }
 };
 
@@ -129,16 +92,14 @@ public:
     int getServiceProcessorType(int& type) override {
         const Question question(-1, "type");
         if (question.status == 0) {
-            type = static_cast<int>(question.description.number(-1, "type", 1));
+            type = static_cast<int>(question.number("type", 1));
         }
         return question.status;
     }
 
     int getSystemState(int spIndex, SystemStateRecord& record) override {
         const Question question(spIndex, "state");
-        const auto number = [&](const char* key) {
-            return question.description.number(spIndex, key, 0);
-        };
+        const auto number = [&](const char* key) { return question.number(key, 0); };
         record.powerOnHours = static_cast<std::uint64_t>(number("state.hours"));
         record.restartCount = static_cast<std::uint16_t>(number("state.restarts"));
         record.statusInfo = static_cast<std::uint16_t>(number("state.status"));
@@ -148,17 +109,17 @@ public:
 
     int getMachineLevelData(int spIndex, MachineLevelRecord& record) override {
         const Question question(spIndex, "machine");
-        _fill(record.uuid, question.description.text(spIndex, "machine.uuid"));
-        _fill(record.machineType, question.description.text(spIndex, "machine.type"));
-        _fill(record.machineModel, question.description.text(spIndex, "machine.model"));
-        _fill(record.serialNumber, question.description.text(spIndex, "machine.serial"));
+        _fill(record.uuid, question.text("machine.uuid"), ' ');
+        _fill(record.machineType, question.text("machine.type"), ' ');
+        _fill(record.machineModel, question.text("machine.model"), ' ');
+        _fill(record.serialNumber, question.text("machine.serial"), ' ');
         return question.status;
     }
 
     int getWatchdogData(int spIndex, WatchdogRecord& record) override {
         const Question question(spIndex, "watchdog");
         const auto seconds = [&](const char* key) {
-            return static_cast<std::int32_t>(question.description.number(spIndex, key, -1));
+            return static_cast<std::int32_t>(question.number(key, -1));
         };
         record = {seconds("watchdog.post"), seconds("watchdog.loader"), seconds("watchdog.os"),
                   seconds("watchdog.power")};
@@ -167,10 +128,9 @@ public:
 
     int getPostBiosVersion(int spIndex, PostBiosRecord& record) override {
         const Question question(spIndex, "postbios");
-        _fillWithNul(record.buildLevel, question.description.text(spIndex, "postbios.level"));
-        _fillWithNul(record.buildDate, question.description.text(spIndex, "postbios.date"));
-        record.version =
-            static_cast<std::int32_t>(question.description.number(spIndex, "postbios.version", 0));
+        _fill(record.buildLevel, question.text("postbios.level"), '\0');
+        _fill(record.buildDate, question.text("postbios.date"), '\0');
+        record.version = static_cast<std::int32_t>(question.number("postbios.version", 0));
         return question.status;
     }
 };
@@ -183,6 +143,9 @@ SimulatedDevice _device;
 extern "C" {
 
 TAVQZ_EXPORT int getSharedCommDevice(cBusComm** bus) {
+    if (!loadDescription()) {
+        return _notThere;
+    }
     *bus = &_bus;
     return 0;
 }

@@ -36,6 +36,7 @@ TEST(MachinePaths, LeadIntoThisMachine) {
     EXPECT_EQ("/proc/ide/hdc/identify", MachinePaths::ideIdentify('c'));
     EXPECT_EQ("/dev/sdz", MachinePaths::scsiDisk('z'));
     EXPECT_EQ("/etc/X11/XF86Config", MachinePaths::xServerConfiguration());
+    EXPECT_EQ("/etc/tavqz/service-processor.txt", MachinePaths::simulatedServiceProcessors());
 }
 
 TEST(MachinePaths, LeadIntoAnotherMachinesFolder) {

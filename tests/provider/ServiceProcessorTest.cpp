@@ -34,7 +34,7 @@ protected:
     }
 
     void describe(const std::string& text) {
-        _machine.folder().write("lib/service-processor.txt", text);
+        _machine.folder().write("etc/tavqz/service-processor.txt", text);
         if (!_provider) {
             _provider = std::make_unique<QZ::AssetIDProvider>();
         }
@@ -122,7 +122,7 @@ TEST_F(ServiceProcessor, ListsComponentsByTypeUntilOneIsMissing) {
     describe(
         "vpd.1.1.EEPROM_FRU_NUMBER = F1\nvpd.3.1.EEPROM_FRU_NUMBER = F31\n"
         "vpd.3.2.EEPROM_FRU_NUMBER = F32\nvpd.3.4.EEPROM_FRU_NUMBER = F34\n"
-        "vpd.9.1.invalid = 1\nvpd.9.2.EEPROM_FRU_NUMBER = F92\n"
+        "vpd.9.1.invalid = yes\nvpd.9.2.EEPROM_FRU_NUMBER = F92\n"
         "vpd.17.1.EEPROM_MANUFACTURER_ID = M\nvpd.17.1.EEPROM_PART_NUMBER = P\n"
         "vpd.18.1.EEPROM_FRU_NUMBER = none\n");
     const char* name = "TAVIRA_VigilComponentVPD";
@@ -144,7 +144,7 @@ TEST_F(ServiceProcessor, StopsAt255InstancesOfAType) {
 
 TEST_F(ServiceProcessor, TakesMachineTextsWholeAndBiosTextsToTheirEnd) {
     describe(
-        "machine.uuid = 0123456789ABCDEF0123456789ABCDEFtoo long\nmachine.type = 8840X\n"
+        "machine.uuid = 0123456789ABCDEF0123456789ABCDEFX\nmachine.type = 8840X\n"
         "machine.model = 25\nmachine.serial = 99ABCDEF\npostbios.level = KPE\n"
         "postbios.date = 03/02/2025\npostbios.version = -7\n");
     const auto machine = enumerate("TAVIRA_VigilMachineLevelVPD");
@@ -247,8 +247,11 @@ TEST_F(ServiceProcessor, LeavesOutWhatItFailsToAnswer) {
 TEST_F(ServiceProcessor, HasNoComponentsOfItsOwnWhereItSpeaksIpmi) {
     describe(_whole);
     EXPECT_EQ(enumerate("TAVIRA_VigilComponentVPD").size(), 1U);
-    describe(_whole + std::string("type = 101\n"));
+    std::string speaksIpmi = _whole;
+    speaksIpmi.replace(0, std::string("type = 1\n").size(), "type = 101\n");
+    describe(speaksIpmi);
     EXPECT_THAT(enumerate("TAVIRA_VigilComponentVPD"), IsEmpty());
+    EXPECT_EQ(enumerate("TAVIRA_VigilManagementProcessorVPD").size(), 1U);
 }
 
 TEST_F(ServiceProcessor, TurnsCodesIntoOtherCodes) {
