@@ -97,12 +97,13 @@ RegistryValue RegistryText::find(std::string_view key, std::string_view valueNam
 }
 
 // Where the entry ends whose data begin at `data`: behind a text's second "&", which may stand on a
-// later line, else at the end of the line.
+// later line than the first, else at the end of the line.
 std::size_t RegistryText::_entryEnd(std::size_t data) const {
     std::size_t at = data;
     if (_standsAt(_search, data, STRING_TYPE)) {
         const std::size_t open = _search.find('&', data);
-        const std::size_t close = open == NPOS ? NPOS : _search.find('&', open + 1);
+        const bool opensHere = open < _search.find_first_of("\r\n", data);
+        const std::size_t close = opensHere ? _search.find('&', open + 1) : NPOS;
         at = close == NPOS ? at : close;
     }
     return std::min(_search.find_first_of("\r\n", at), _search.size());
@@ -147,13 +148,13 @@ void RegistryText::set(std::string_view key, std::string_view name, std::string_
         _replace(old, entry);
         return;
     }
-    // Behind the section's last entry, before the blank lines that part it from the next.
+    // Behind the line of the section's last entry, before the blank lines that part it from the
+    // next. The next one's header may stand on that line.
     std::size_t last = _search.find_last_not_of(" \t\r\n", section.end - 1);
     last = std::max(last + 1, section.begin);
-    _replace({last, last}, _lineEnd + entry);
-    if (_text.back() != '\n') {
-        _replace({_text.size(), _text.size()}, _lineEnd);
-    }
+    last = std::min(_search.find_first_of("\r\n", last), section.end);
+    const bool endsLine = last < _text.size() && (_text[last] == '\r' || _text[last] == '\n');
+    _replace({last, last}, _lineEnd + entry + (endsLine ? "" : _lineEnd));
 }
 
 }  // namespace QZ

@@ -220,6 +220,28 @@ TEST_F(RegistryTest, AddsAnEntryAtTheEndOfItsSection) {
     EXPECT_NE(file().find("Level=dword:0000002A\nAdded=string&x=y&\n\n[HKEY"), std::string::npos);
 }
 
+TEST_F(RegistryTest, LeavesTheRestAloneWhereItAddsAnEntry) {
+    const std::string rest = "\n[hkey_local_machine\\b]\nw=dword:2";
+    write("[hkey_local_machine\\a]\nv=dword:1\n" + rest);
+    cRegistry first = open();
+    EXPECT_EQ(write(first, "a", "x=dword:3"), 1);
+    EXPECT_EQ(first.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:1\nx=dword:3\n" + rest);
+    cRegistry last = open();
+    EXPECT_EQ(write(last, "b", "y=dword:4"), 1);
+    EXPECT_EQ(last.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:1\nx=dword:3\n" + rest + "\ny=dword:4\n");
+}
+
+TEST_F(RegistryTest, AddsAnEntryBeforeAHeaderOnTheLastOnesLine) {
+    write("[hkey_local_machine\\a]v=dword:1 [hkey_local_machine\\b]\n");
+    cRegistry registry = open();
+    EXPECT_EQ(write(registry, "a", "w=dword:2"), 1);
+    EXPECT_EQ(write(registry, "a", "w=dword:3"), 1);
+    EXPECT_EQ(registry.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]v=dword:1 \nw=dword:3\n[hkey_local_machine\\b]\n");
+}
+
 TEST_F(RegistryTest, AddsASectionAtTheEndOfTheFile) {
     write("[hkey_local_machine\\a]\r\nv=dword:1");
     cRegistry registry = open();
@@ -235,6 +257,15 @@ TEST_F(RegistryTest, ReplacesATextThatRunsOverLines) {
     EXPECT_EQ(write(registry, "a", "v=string&three&"), 1);
     EXPECT_EQ(registry.CloseRegData(), 1);
     EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string&three&\nw=dword:1\n");
+}
+
+TEST_F(RegistryTest, ReplacesAnEntryBehindATextThatDoesNotBegin) {
+    write("[hkey_local_machine\\a]\nv=string\n");
+    cRegistry registry = open();
+    EXPECT_EQ(write(registry, "a", "w=string&one&"), 1);
+    EXPECT_EQ(write(registry, "a", "w=string&two&"), 1);
+    EXPECT_EQ(registry.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string\nw=string&two&\n");
 }
 
 TEST_F(RegistryTest, RefusesWhatWouldBreakTheLayout) {
