@@ -114,6 +114,14 @@ TEST(ResourceLibrary, HoldsEveryLanguageWithEveryKey) {
         EXPECT_EQ(english.keys(), MessageCatalogue(folder, language).keys()) << language;
 }
 
+TEST(ResourceLibrary, TellsKeysOfInstancesAlikeInEveryLanguage) {
+    for (const char* language : {"", "de", "fr", "es", "ja", "zh_Hans"}) {
+        const std::wstring library = Product::getResourceLibrary("", language);
+        EXPECT_EQ(L"Watchdog3", ResourceString(library, L"SERVER_TIMEOUT_UNIQUEID").format(3));
+        EXPECT_EQ(L"ServiceProcessor", ResourceString(library, L"HARDWARE_ABBREV_2").toString());
+    }
+}
+
 TEST(ResourceLibrary, IsTheProductsAndNotTheMachines) {
     const TestMachine machine;
     EXPECT_EQ(TAVQZ_BINARY_DIR "/share/tavqz/messages", MachinePaths::messageFolder());
