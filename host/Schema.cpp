@@ -29,9 +29,12 @@ std::vector<std::string> _mofFiles(const std::string& folder) {
     return files;
 }
 
-bool _isThere(const std::string& folder) {
+// Those of a folder inside it, which may be missing.
+std::vector<std::string> _mofFilesIfAny(const std::string& folder, const char* inner) {
+    const std::string path = (std::filesystem::path(folder) / inner).string();
     std::error_code error;
-    return std::filesystem::exists(folder, error) || error;
+    const bool isMissing = !std::filesystem::exists(path, error) && !error;
+    return isMissing ? std::vector<std::string>() : _mofFiles(path);
 }
 
 }  // namespace
@@ -47,11 +50,13 @@ Schema Schema::load(const std::string& folder) {
         schema.classes.add(document);
         schema.registration.add(document);
     }
-    const std::string interop = (std::filesystem::path(folder) / "interop").string();
-    if (_isThere(interop)) {
-        for (const std::string& file : _mofFiles(interop)) {
-            schema.interop.add(parseMofFile(file));
-        }
+    for (const std::string& file : _mofFilesIfAny(folder, "interop")) {
+        schema.interop.add(parseMofFile(file));
+    }
+    for (const std::string& file : _mofFilesIfAny(folder, "subscriptions")) {
+        const MofDocument document = parseMofFile(file);
+        schema.classes.add(document);
+        schema.interop.add(document);
     }
     return schema;
 }

@@ -21,9 +21,9 @@ struct Schema {
     ClassRepository interop;  // of INTEROP_NAMESPACE
     Registration registration;
 
-    // Reads every *.mof file of a folder, in the order of their names, and those of its folder
-    // "interop" where it has one. Throws Error where the folder has none or one cannot be read,
-    // MofError for what is wrong in one.
+    // Reads every *.mof file of a folder, in the order of their names, those of its folder
+    // "interop" where it has one, and into both namespaces those of "subscriptions". Throws Error
+    // where the folder has none or one cannot be read, MofError for what is wrong in one.
     static Schema load(const std::string& folder);
 
     // The classes of the namespace of that name, ignoring case; null where there is none.

@@ -124,13 +124,34 @@ TEST(Schema, DerivesFromTheStandardClassesWithTheSameKeys) {
     EXPECT_EQ(_class("TAVIRA_VigilPresent").superclass, "CIM_LogicalDevice");
     EXPECT_EQ(_class("TAVIRA_VigilSystemState").superclass, "CIM_LogicalDevice");
     for (const std::string& name : _vpdClasses) {
-        EXPECT_EQ(_class(name.c_str()).superclass, "CIM_ManagedElement");
+        EXPECT_EQ(_class(name).superclass, "CIM_ManagedElement");
     }
     for (const auto& declared : _schema().classes.classes()) {
         for (const PropertyDeclaration& property : declared->properties) {
             EXPECT_FALSE(_isServed(declared->name) && property.isKey() && property.isPropagated)
                 << declared->name << "." << property.name << " is a key that nobody sends";
         }
+    }
+}
+
+TEST(Schema, HasWhatOneSubscribesWithInBothNamespaces) {
+    for (const ClassRepository* const classes : {&_schema().classes, &_schema().interop}) {
+        for (const char* const name : {"CIM_IndicationFilter", "CIM_ListenerDestinationCIMXML"}) {
+            const ClassDeclaration* const declared = classes->find(name);
+            ASSERT_TRUE(declared) << name;
+            EXPECT_FALSE(declared->isAbstract());
+            EXPECT_TRUE(declared->find("SystemCreationClassName")->isKey());
+            EXPECT_TRUE(declared->find("SystemName")->isKey());
+            EXPECT_TRUE(declared->find("CreationClassName")->isKey());
+            EXPECT_TRUE(declared->find("Name")->isKey());
+        }
+        const ClassDeclaration* const subscription = classes->find("CIM_IndicationSubscription");
+        ASSERT_TRUE(subscription);
+        EXPECT_TRUE(subscription->qualifiers.isTrue("Association"));
+        EXPECT_EQ(subscription->find("Filter")->referenceClass, "CIM_IndicationFilter");
+        EXPECT_EQ(subscription->find("Handler")->referenceClass, "CIM_ListenerDestination");
+        EXPECT_TRUE(subscription->find("Filter")->isKey() &&
+                    subscription->find("Handler")->isKey());
     }
 }
 
