@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "IpmiBytes.h"
+
 namespace QZ {
 
 namespace {
@@ -76,9 +78,7 @@ public:
     }
 
 private:
-    unsigned _byteAt(std::size_t at) const {
-        return at < _bytes.size() ? static_cast<unsigned char>(_bytes[at]) : 0U;
-    }
+    unsigned _byteAt(std::size_t at) const { return byteAt(_bytes, at); }
 
     bool _sumsToZero(std::size_t start, std::size_t end) const {
         unsigned sum = 0;
@@ -199,8 +199,7 @@ private:
             FruBoard& area = _result.board.emplace();
             const std::size_t start = range->start;
             area.language = static_cast<unsigned char>(_byteAt(start + 2));
-            area.madeMinutes =
-                _byteAt(start + 3) | _byteAt(start + 4) << 8U | _byteAt(start + 5) << 16U;
+            area.madeMinutes = wordAt(_bytes, start + 3) | _byteAt(start + 5) << 16U;
             _readFields(*range, area.language, start + 6, area, BoardFields);
         }
     }

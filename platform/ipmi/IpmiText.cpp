@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "IpmiBytes.h"
 #include "Text.h"
 
 namespace QZ {
@@ -16,10 +17,6 @@ constexpr std::string_view BcdPlusCharacters = "0123456789 -.:,_";
 constexpr std::string_view HexadecimalDigits = "0123456789abcdef";
 constexpr unsigned SixBitStart = 0x20;
 constexpr unsigned SixBitMask = 0x3F;
-
-unsigned byteAt(std::string_view bytes, std::size_t at) {
-    return static_cast<unsigned char>(bytes[at]);
-}
 
 std::string decodeNibbles(std::string_view characters, std::string_view bytes) {
     std::string text;
@@ -59,12 +56,11 @@ std::string decodeLatin1(std::string_view bytes) {
 std::string decodeUtf16(std::string_view bytes) {
     constexpr std::uint32_t Replacement = 0xFFFD;
     std::string text;
-    const auto unitAt = [bytes](std::size_t at) -> std::uint32_t {
-        return at + 1 < bytes.size() ? byteAt(bytes, at) | byteAt(bytes, at + 1) << 8U : 0;
-    };
-    for (std::size_t at = 0; unitAt(at) != 0; at += 2) {
-        const std::uint32_t unit = unitAt(at);
-        const std::uint32_t next = unitAt(at + 2);
+    // Half a unit is none.
+    bytes = bytes.substr(0, bytes.size() / 2 * 2);
+    for (std::size_t at = 0; wordAt(bytes, at) != 0; at += 2) {
+        const std::uint32_t unit = wordAt(bytes, at);
+        const std::uint32_t next = wordAt(bytes, at + 2);
         if (unit < 0xD800 || unit > 0xDFFF) {
             appendUtf8(text, unit);
         } else if (unit < 0xDC00 && next >= 0xDC00 && next <= 0xDFFF) {
