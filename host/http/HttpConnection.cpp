@@ -2,16 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "HttpConnection.h"
 
-#include <poll.h>
 #include <sys/socket.h>
 
+#include <boost/asio/basic_waitable_timer.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/read.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <cerrno>
 #include <optional>
@@ -19,6 +17,7 @@
 
 #include "BasicCredentials.h"
 #include "ResponseStream.h"
+#include "SocketSend.h"
 
 namespace QZ {
 
@@ -31,45 +30,23 @@ using std::chrono::steady_clock;
 
 namespace {
 
+using Timer = asio::basic_waitable_timer<steady_clock, asio::wait_traits<steady_clock>, HttpStrand>;
+
+// What is read at once: most requests whole.
+constexpr std::size_t READ_SIZE = std::size_t(8) << 10;
+
 // For a client to read the answer that ends its connection.
 constexpr milliseconds DRAIN_TIME{2000};
-
-// Sends what the socket takes without waiting. The number of bytes, or -1 for a connection that is
-// lost.
-ssize_t _sendNow(int socket, const char* bytes, std::size_t size) {
-    const ssize_t sent = ::send(socket, bytes, size, MSG_NOSIGNAL | MSG_DONTWAIT);
-    return sent < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) ? 0 : sent;
-}
-
-// Sends all of it, waiting for the client until the deadline.
-bool _sendAll(int socket, const std::string& bytes, milliseconds time) {
-    const auto end = steady_clock::now() + time;
-    for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t sent = _sendNow(socket, bytes.data() + done, bytes.size() - done);
-        if (sent < 0) {
-            return false;
-        }
-        done += std::size_t(sent);
-        const auto left = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
-        pollfd waiting{socket, POLLOUT, 0};
-        if (done < bytes.size() &&
-            (left.count() <= 0 || poll(&waiting, 1, int(left.count())) == 0)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 class Connection : public HttpConnection, public std::enable_shared_from_this<Connection> {
 public:
     Connection(std::shared_ptr<HttpShared> shared, std::shared_ptr<HttpLoop> loop,
-               tcp::socket socket)
+               HttpSocket socket)
         : _shared(std::move(shared)),
           _loop(std::move(loop)),
           _limits(_shared->options.limits),
           _socket(std::move(socket)),
-          _timer(_socket.get_executor()),
-          _lateTimer(_loop->io) {
+          _timer(_socket.get_executor()) {
         error_code ignored;
         _socket.set_option(tcp::no_delay(true), ignored);
         _peer = _socket.remote_endpoint(ignored).address().to_string();
@@ -80,45 +57,82 @@ public:
     void stop() override;
 
 private:
-    template <class Action>
-    void _after(milliseconds time, Action action);
-    void _readHeader();
-    void _readBody();
-    void _onReadFailed(error_code error);
+    enum class State { Idle, Header, Body, Answering, Sending, Draining, Closed };
+
+    // A request that is being answered.
+    struct Call : HttpCall {
+        Call(std::shared_ptr<Connection> from, const ResponseStream::Form& form)
+            : connection(std::move(from)), stream(form, [this](const std::string& bytes) {
+                  return sendAll(connection->_socket.native_handle(), bytes,
+                                 connection->_limits.sending);
+              }) {}
+        void expire() override { connection->_onLate(stream); }
+
+        const std::shared_ptr<Connection> connection;
+        ResponseStream stream;
+    };
+
+    void _enter(State state, milliseconds limit);
+    void _armTimer();
+    void _onTimer();
+    void _awaitBytes();
+    void _onReadable();
+    void _parse();
+    bool _acceptsHeader();
     void _fillRecord();
+    HttpRequest _takeRequest();
     void _answer();
     void _work(HttpRequest& request, ResponseStream& stream) const;
     void _onLate(ResponseStream& stream);
     void _send(ResponseStream::End end);
     void _onSent(ResponseStream::Next next);
     void _log(int status, const ResponseStream* stream);
-    void _drain();
     void _close();
 
     std::shared_ptr<HttpShared> _shared;
     std::shared_ptr<HttpLoop> _loop;
     const HttpLimits& _limits;
-    tcp::socket _socket;
-    asio::steady_timer _timer;
-    asio::steady_timer _lateTimer;  // not on the strand, which a handler may hold
+    HttpSocket _socket;
+    Timer _timer;
+    State _state = State::Idle;
+    steady_clock::time_point _deadline;                                    // of the state
+    steady_clock::time_point _timerEnd = steady_clock::time_point::max();  // never: not running
     boost::beast::flat_buffer _buffer;
     std::optional<http::request_parser<http::string_body>> _parser;
     std::string _peer;
     HttpLogRecord _record;
     steady_clock::time_point _started;
     ResponseStream::End _end;
-    bool _isAnswering = false;
-    bool _isClosed = false;
 };
 
-template <class Action>
-void Connection::_after(milliseconds time, Action action) {
-    _timer.expires_after(time);
-    _timer.async_wait([self = shared_from_this(), action](error_code error) {
-        if (!error && !self->_isClosed) {
-            action(*self);
+// A deadline that is later than the one before costs nothing: the timer finds out when it ends.
+void Connection::_enter(State state, milliseconds limit) {
+    _state = state;
+    _deadline = steady_clock::now() + limit;
+    if (_deadline < _timerEnd) {
+        _armTimer();
+    }
+}
+
+void Connection::_armTimer() {
+    _timerEnd = _deadline;
+    _timer.expires_at(_deadline);
+    _timer.async_wait([self = shared_from_this()](error_code error) {
+        if (!error) {
+            self->_onTimer();
         }
     });
+}
+
+void Connection::_onTimer() {
+    _timerEnd = steady_clock::time_point::max();
+    if (_state == State::Answering || _state == State::Closed) {
+        return;
+    }
+    if (steady_clock::now() < _deadline) {
+        return _armTimer();
+    }
+    _state == State::Header || _state == State::Body ? refuse(408) : _close();
 }
 
 void Connection::awaitRequest() {
@@ -128,64 +142,80 @@ void Connection::awaitRequest() {
     _parser.emplace();
     _parser->header_limit(std::uint32_t(_limits.headerBytes));
     _parser->body_limit(_limits.bodyBytes);
-    if (_buffer.size() != 0) {
-        return _readHeader();
+    _enter(State::Idle, _limits.idle);
+    if (_buffer.size() == 0) {
+        return _awaitBytes();
     }
-    _after(_limits.idle, [](Connection& self) { self._close(); });
-    _socket.async_wait(tcp::socket::wait_read, [self = shared_from_this()](error_code error) {
-        error ? self->_close() : self->_readHeader();
+    // The next request came with the last one. Others of the loop have their turn before.
+    _socket.async_wait(tcp::socket::wait_write, [self = shared_from_this()](error_code error) {
+        error ? self->_close() : self->_parse();
     });
 }
 
-void Connection::_readHeader() {
-    if (_isClosed) {
-        return;
-    }
-    _after(_limits.header, [](Connection& self) { self.refuse(408); });
-    http::async_read_header(_socket, _buffer, *_parser,
-                            [self = shared_from_this()](error_code error, std::size_t) {
-                                error ? self->_onReadFailed(error) : self->_readBody();
-                            });
+void Connection::_awaitBytes() {
+    _socket.async_wait(tcp::socket::wait_read, [self = shared_from_this()](error_code error) {
+        error ? self->_close() : self->_onReadable();
+    });
 }
 
-void Connection::_readBody() {
-    if (_isClosed || _isAnswering) {
-        return;
+void Connection::_onReadable() {
+    if (_state == State::Sending || _state == State::Closed) {
+        return;  // refused meanwhile, for the time it took
     }
+    const auto space = _buffer.prepare(READ_SIZE);
+    const ssize_t count = ::recv(_socket.native_handle(), space.data(), space.size(), MSG_DONTWAIT);
+    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR)) {
+        return _close();
+    }
+    // What is still sent behind a refusal is read and forgotten: closing before that would reset
+    // the connection, and the answer with it.
+    if (count < 0 || _state == State::Draining) {
+        return _awaitBytes();
+    }
+    _buffer.commit(std::size_t(count));
+    _parse();
+}
+
+void Connection::_parse() {
+    while (!_parser->is_done()) {
+        error_code error;
+        const bool hadHeader = _parser->is_header_done();
+        _buffer.consume(_parser->put(_buffer.data(), error));
+        if (!hadHeader && _parser->is_header_done() && !_acceptsHeader()) {
+            return;
+        }
+        if (error && error != http::error::need_more) {
+            return refuse(error == http::error::body_limit     ? 413
+                          : error == http::error::header_limit ? 431
+                                                               : 400);
+        }
+        if (error || (_buffer.size() == 0 && !_parser->is_done())) {
+            const bool hasHeader = _parser->is_header_done();
+            const State state = hasHeader ? State::Body : State::Header;
+            if (_state != state) {
+                _enter(state, hasHeader ? _limits.body : _limits.header);
+            }
+            return _awaitBytes();
+        }
+    }
+    _answer();
+}
+
+// Looks at the header before the body comes. False where that is refused.
+bool Connection::_acceptsHeader() {
     const auto& request = _parser->get();
     const auto method = request.method_string();
     if (method != "POST" && method != "M-POST") {
-        return refuse(405);
+        refuse(405);
+        return false;
     }
     const auto expect = request.find(http::field::expect);
     if (expect != request.end() && sameHeader(std::string(expect->value()), "100-continue")) {
         static const std::string GO_ON = "HTTP/1.1 100 Continue\r\n\r\n";
-        _sendNow(_socket.native_handle(), GO_ON.data(), GO_ON.size());
+        sendNow(_socket.native_handle(), GO_ON.data(), GO_ON.size());
     }
-    if (_parser->is_done()) {
-        return _answer();
-    }
-    _after(_limits.body, [](Connection& self) { self.refuse(408); });
-    http::async_read(_socket, _buffer, *_parser,
-                     [self = shared_from_this()](error_code error, std::size_t) {
-                         error ? self->_onReadFailed(error) : self->_answer();
-                     });
-}
-
-void Connection::_onReadFailed(error_code error) {
-    if (_isClosed || _isAnswering) {
-        return;  // refused already, for the time it took
-    }
-    if (error == http::error::body_limit) {
-        refuse(413);
-    } else if (error == http::error::header_limit) {
-        refuse(431);
-    } else if (error.category() == make_error_code(http::error::bad_method).category() &&
-               error != http::error::end_of_stream && error != http::error::partial_message) {
-        refuse(400);
-    } else {
-        _close();
-    }
+    _parser->eager(true);
+    return true;
 }
 
 void Connection::_fillRecord() {
@@ -199,7 +229,6 @@ void Connection::_fillRecord() {
 }
 
 void Connection::refuse(int status) {
-    _isAnswering = true;
     _fillRecord();
     HttpAnswer answer{status, {}, {}};
     if (status == 405) {
@@ -211,46 +240,39 @@ void Connection::refuse(int status) {
     _send({ResponseStream::assemble(answer, form), ResponseStream::Close});
 }
 
-void Connection::_answer() {
-    if (_isClosed || _isAnswering) {
-        return;
-    }
-    _isAnswering = true;
-    _timer.cancel();
-    _fillRecord();
+HttpRequest Connection::_takeRequest() {
     auto& parsed = _parser->get();
     HttpRequest request;
     request.method = _record.method;
     request.target = _record.target;
+    request.headers.reserve(16);
     for (const auto& field : parsed) {
-        request.headers.emplace_back(std::string(field.name_string()), std::string(field.value()));
+        request.headers.emplace_back(field.name_string(), field.value());
     }
     request.body = std::move(parsed.body());
     request.peer = _peer;
+    return request;
+}
+
+void Connection::_answer() {
+    _state = State::Answering;
+    _fillRecord();
+    HttpRequest request = _takeRequest();
     ResponseStream::Form form;
-    form.isHttp11 = parsed.version() >= 11;
-    form.keepsAlive = parsed.keep_alive();
+    form.isHttp11 = _parser->get().version() >= 11;
+    form.keepsAlive = _parser->get().keep_alive();
     const std::string* const te = request.header("TE");
     form.acceptsTrailers = te && te->find("trailers") != std::string::npos;
-    const auto stream = std::make_shared<ResponseStream>(form, [this](const std::string& bytes) {
-        return _sendAll(_socket.native_handle(), bytes, _limits.sending);
-    });
-    _lateTimer.expires_after(_limits.answer);
-    _lateTimer.async_wait([self = shared_from_this(), stream](error_code error) {
-        if (!error) {
-            self->_onLate(*stream);
-        }
-    });
-    _shared->enterHandler(*_loop);
-    _work(request, *stream);
-    _loop->leaveHandler();
-    std::optional<ResponseStream::End> end = stream->finish();
+    const auto call = std::make_shared<Call>(shared_from_this(), form);
+    _loop->enterHandler(call, _started + _limits.answer);
+    _shared->wakeWatcher();
+    _work(request, call->stream);
+    std::optional<ResponseStream::End> end = call->stream.finish();
+    _loop->leaveHandler(call);
     if (!end) {
-        _loop->returnThread();
         return _close();
     }
-    _lateTimer.cancel();
-    _log(0, stream.get());
+    _log(0, &call->stream);
     _send(std::move(*end));
 }
 
@@ -286,10 +308,9 @@ void Connection::_onLate(ResponseStream& stream) {
         return;
     }
     const int socket = _socket.native_handle();
-    _sendNow(socket, end->bytes.data(), end->bytes.size());
+    sendNow(socket, end->bytes.data(), end->bytes.size());
     ::shutdown(socket, end->next == ResponseStream::Abort ? SHUT_RDWR : SHUT_WR);
     _log(0, &stream);
-    _loop->loseThread();
 }
 
 void Connection::_log(int status, const ResponseStream* stream) {
@@ -312,13 +333,14 @@ void Connection::_log(int status, const ResponseStream* stream) {
 
 // What the socket takes at once leaves at once; for the rest nobody's thread waits.
 void Connection::_send(ResponseStream::End end) {
+    _state = State::Sending;
     if (end.next == ResponseStream::Abort) {
         // A reset: whatever was sent is not the whole.
         error_code ignored;
         _socket.set_option(asio::socket_base::linger(true, 0), ignored);
         return _close();
     }
-    const ssize_t sent = _sendNow(_socket.native_handle(), end.bytes.data(), end.bytes.size());
+    const ssize_t sent = sendNow(_socket.native_handle(), end.bytes.data(), end.bytes.size());
     if (sent < 0) {
         return _close();
     }
@@ -327,58 +349,40 @@ void Connection::_send(ResponseStream::End end) {
     }
     _end = std::move(end);
     _end.bytes.erase(0, std::size_t(sent));
-    _after(_limits.sending, [](Connection& self) { self._close(); });
+    _enter(State::Sending, _limits.sending);
     asio::async_write(_socket, asio::buffer(_end.bytes),
                       [self = shared_from_this()](error_code error, std::size_t) {
-                          error || self->_isClosed ? self->_close()
-                                                   : self->_onSent(self->_end.next);
+                          error || self->_state == State::Closed ? self->_close()
+                                                                 : self->_onSent(self->_end.next);
                       });
 }
 
 void Connection::_onSent(ResponseStream::Next next) {
-    _timer.cancel();
     _end = {};
-    if (next == ResponseStream::Close) {
-        return _drain();
+    if (next == ResponseStream::KeepAlive) {
+        return awaitRequest();
     }
-    _isAnswering = false;
-    awaitRequest();
-}
-
-// Reads what the client still sends, for a while: closing before that would reset the connection,
-// and the answer with it.
-void Connection::_drain() {
     error_code ignored;
     _socket.shutdown(tcp::socket::shutdown_send, ignored);
-    _after(DRAIN_TIME, [](Connection& self) { self._close(); });
     _buffer.clear();
-    const auto read = [self = shared_from_this()](const auto& again) -> void {
-        self->_socket.async_read_some(self->_buffer.prepare(std::size_t(16) << 10),
-                                      [self, again](error_code error, std::size_t) {
-                                          if (error || self->_isClosed) {
-                                              return self->_close();
-                                          }
-                                          again(again);
-                                      });
-    };
-    read(read);
+    _enter(State::Draining, DRAIN_TIME);
+    _awaitBytes();
 }
 
 void Connection::stop() {
     asio::post(_socket.get_executor(), [self = shared_from_this()] {
-        if (!self->_isAnswering) {
+        if (self->_state != State::Sending && self->_state != State::Draining) {
             self->_close();
         }
     });
 }
 
 void Connection::_close() {
-    if (_isClosed) {
+    if (_state == State::Closed) {
         return;
     }
-    _isClosed = true;
+    _state = State::Closed;
     _timer.cancel();
-    _lateTimer.cancel();
     error_code ignored;
     _socket.close(ignored);
     _shared->remove(shared_from_this());
@@ -388,7 +392,7 @@ void Connection::_close() {
 
 std::shared_ptr<HttpConnection> HttpConnection::make(std::shared_ptr<HttpShared> shared,
                                                      std::shared_ptr<HttpLoop> loop,
-                                                     tcp::socket socket) {
+                                                     HttpSocket socket) {
     return std::make_shared<Connection>(std::move(shared), std::move(loop), std::move(socket));
 }
 

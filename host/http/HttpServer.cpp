@@ -39,8 +39,8 @@ public:
     void accept() {
         const std::shared_ptr<HttpLoop> loop = shared->nextLoop();
         _acceptor.async_accept(
-            asio::make_strand(loop->io),
-            [self = shared_from_this(), loop](error_code error, tcp::socket socket) {
+            HttpStrand(loop->io.get_executor()),
+            [self = shared_from_this(), loop](error_code error, HttpSocket socket) {
                 self->_onAccepted(error, loop, std::move(socket));
             });
     }
@@ -81,7 +81,7 @@ private:
         }
     }
 
-    void _onAccepted(error_code error, const std::shared_ptr<HttpLoop>& loop, tcp::socket socket) {
+    void _onAccepted(error_code error, const std::shared_ptr<HttpLoop>& loop, HttpSocket socket) {
         if (shared->isStopping) {
             return;
         }
@@ -95,7 +95,7 @@ private:
             return;
         }
         const auto executor = socket.get_executor();
-        const std::size_t open = shared->connections().size();
+        const std::size_t open = shared->countConnections();
         // Beyond twice the limit not even a refusal is worth a descriptor.
         if (open < 2 * shared->options.limits.connections) {
             const auto connection = HttpConnection::make(shared, loop, std::move(socket));

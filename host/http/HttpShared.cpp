@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
-#include <algorithm>
-#include <boost/asio/post.hpp>
-#include <system_error>
-#include <thread>
-#include <utility>
+#include "HttpShared.h"
 
-#include "HttpConnection.h"
+#include <algorithm>
+#include <utility>
 
 namespace QZ {
 
@@ -15,72 +12,11 @@ namespace {
 // How long a request may hold up the others of its loop before another thread goes on with them.
 constexpr std::chrono::milliseconds WATCH_TIME{2};
 
-// Of the thread itself: whether it is one too many.
-thread_local bool isSurplus = false;
+// How often in vain the watcher looks before it sleeps: waking it for each request of a busy client
+// would cost more than looking.
+constexpr int QUIET_LOOKS = 50;
 
 }  // namespace
-
-void HttpLoop::start() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    for (std::size_t i = 0; i < _initial; ++i) {
-        _startThread();
-    }
-}
-
-// With the mutex held. Where the system has no thread to give there are fewer.
-void HttpLoop::_startThread() {
-    try {
-        std::thread([self = shared_from_this()] { self->_run(); }).detach();
-        ++_threads;
-    } catch (const std::system_error&) {
-        // Those that are there serve.
-    }
-}
-
-void HttpLoop::_run() {
-    while (!isSurplus && io.run_one() != 0) {
-    }
-    const std::lock_guard<std::mutex> lock(_mutex);
-    if (!isSurplus) {
-        --_threads;
-    }
-    _threadEnded.notify_all();
-}
-
-bool HttpLoop::watch() {
-    const bool isBusy = _inHandler != 0;
-    const unsigned handled = _handled;
-    if (isBusy && handled == std::exchange(_lastHandled, handled)) {
-        // From outside the loop: a thread that waits wakes up, and goes on waiting for events.
-        boost::asio::post(io, [] {});
-    }
-    return isBusy;
-}
-
-void HttpLoop::loseThread() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    --_threads;
-    ++_lost;
-    if (_lost <= _mayBeLost) {
-        _startThread();
-    }
-}
-
-void HttpLoop::returnThread() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    --_lost;
-    isSurplus = true;
-}
-
-std::size_t HttpLoop::lostThreads() const {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    return _lost;
-}
-
-bool HttpLoop::waitForEnd(std::chrono::steady_clock::time_point end) const {
-    std::unique_lock<std::mutex> lock(_mutex);
-    return _threadEnded.wait_until(lock, end, [this] { return _threads == 0; });
-}
 
 HttpShared::HttpShared(HttpServerOptions given, HttpServer::Handler answers)
     : options(std::move(given)), handler(std::move(answers)) {
@@ -99,32 +35,31 @@ void HttpShared::start() {
     _watcher = std::thread([this] { _watch(); });
 }
 
-void HttpShared::enterHandler(HttpLoop& loop) {
-    loop.enterHandler();
+void HttpShared::wakeWatcher() {
     if (_watcherSleeps.exchange(false)) {
         const std::lock_guard<std::mutex> lock(_mutex);
         _wakeWatcher.notify_one();
     }
 }
 
-// Looks at the loops as long as there is something to see, else it sleeps.
 void HttpShared::_watch() {
     std::unique_lock<std::mutex> lock(_mutex);
+    int quiet = 0;
     while (!_watcherEnds) {
-        bool isBusy = false;
+        // Before the look: a call that comes behind it ends the sleep.
+        _watcherSleeps = quiet >= QUIET_LOOKS;
+        bool wasCalled = false;
+        lock.unlock();
         for (const auto& loop : _loops) {
-            isBusy = loop->watch() || isBusy;
+            wasCalled = loop->watch(std::chrono::steady_clock::now()) || wasCalled;
         }
-        if (isBusy) {
-            _wakeWatcher.wait_for(lock, WATCH_TIME);
-            continue;
-        }
-        _watcherSleeps = true;
-        // Looks once more in a moment: a request may have come between the look and the sleep.
-        _wakeWatcher.wait_for(lock, std::chrono::seconds(1),
-                              [this] { return _watcherEnds || !_watcherSleeps; });
-        if (!_watcherEnds) {
-            _wakeWatcher.wait_for(lock, WATCH_TIME);
+        lock.lock();
+        quiet = wasCalled ? 0 : quiet + 1;
+        if (quiet <= QUIET_LOOKS) {
+            _wakeWatcher.wait_for(lock, WATCH_TIME, [this] { return _watcherEnds; });
+        } else {
+            _wakeWatcher.wait(lock, [this] { return _watcherEnds || !_watcherSleeps; });
+            quiet = 0;
         }
     }
 }
@@ -148,6 +83,11 @@ void HttpShared::add(const std::shared_ptr<HttpConnection>& connection) {
 void HttpShared::remove(const std::shared_ptr<HttpConnection>& connection) {
     const std::lock_guard<std::mutex> lock(_mutex);
     _connections.erase(connection);
+}
+
+std::size_t HttpShared::countConnections() const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _connections.size();
 }
 
 std::set<std::shared_ptr<HttpConnection>> HttpShared::connections() const {

@@ -2,18 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "HttpServer.h"
 
-#include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <atomic>
-#include <cerrno>
 #include <future>
 
 #include "BasicCredentials.h"
+#include "RawClient.h"
 
 namespace QZ {
 namespace {
@@ -22,58 +18,6 @@ using std::chrono::milliseconds;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-// A client that sends what it is told, byte by byte as given.
-class Client {
-public:
-    explicit Client(std::uint16_t port) : _socket(socket(AF_INET, SOCK_STREAM, 0)) {
-        const timeval patience{10, 0};
-        setsockopt(_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (connect(_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-            ADD_FAILURE() << "no connection";
-        }
-    }
-    ~Client() { close(_socket); }
-    Client(const Client&) = delete;
-    Client& operator=(const Client&) = delete;
-
-    void send(const std::string& text) const {
-        EXPECT_EQ(ssize_t(text.size()), ::send(_socket, text.data(), text.size(), MSG_NOSIGNAL));
-    }
-
-    // What arrives until the server closes, or until it ends like that.
-    std::string receive(const std::string& end = std::string()) const {
-        std::string text;
-        char part[4096];
-        while (end.empty() || text.size() < end.size() ||
-               text.compare(text.size() - end.size(), end.size(), end) != 0) {
-            const ssize_t count = recv(_socket, part, sizeof part, 0);
-            if (count <= 0) {
-                EXPECT_EQ(0, count) << "neither an end nor more";
-                break;
-            }
-            text.append(part, std::size_t(count));
-        }
-        return text;
-    }
-
-    // Whether the connection ends with a reset, after whatever arrives.
-    bool isReset() const {
-        char part[4096];
-        ssize_t count = 1;
-        while (count > 0) {
-            count = recv(_socket, part, sizeof part, 0);
-        }
-        return count < 0 && errno == ECONNRESET;
-    }
-
-private:
-    int _socket;
-};
 
 void echo(const HttpRequest& request, HttpReply& reply) {
     reply.write("<" + request.body + ">");
@@ -94,16 +38,26 @@ HttpServerOptions withLimits(const HttpLimits& limits) {
 
 TEST(HttpServer, AnswersSeveralRequestsOverOneConnection) {
     HttpServer server({}, echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send(post("one"));
     EXPECT_THAT(client.receive("<one>"), StartsWith("HTTP/1.1 200 OK\r\n"));
     client.send(post("two", LAST));
     EXPECT_THAT(client.receive(), EndsWith("\r\n\r\n<two>"));
 }
 
+TEST(HttpServer, AnswersInOrderWhatCameAtOnce) {
+    HttpServer server({}, echo);
+    const RawClient client(server.port());
+    client.send(post("one") + post("two") + post("three", LAST));
+    const std::string answers = client.receive();
+    EXPECT_LT(answers.find("<one>"), answers.find("<two>"));
+    EXPECT_LT(answers.find("<two>"), answers.find("<three>"));
+    EXPECT_THAT(answers, EndsWith("<three>"));
+}
+
 TEST(HttpServer, JoinsTheChunksOfABody) {
     HttpServer server({}, echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send("POST / HTTP/1.1\r\nHost: a\r\nTransfer-Encoding: chunked\r\n" + LAST +
                 "\r\n3\r\nabc\r\n2\r\nde\r\n0\r\n\r\n");
     EXPECT_THAT(client.receive(), EndsWith("<abcde>"));
@@ -112,7 +66,7 @@ TEST(HttpServer, JoinsTheChunksOfABody) {
 TEST(HttpServer, SendsALongAnswerInChunks) {
     HttpServer server(
         {}, [](const HttpRequest&, HttpReply& reply) { reply.write(std::string(200'000, 'x')); });
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send(post("", LAST));
     const std::string answer = client.receive();
     EXPECT_THAT(answer, HasSubstr("Transfer-Encoding: chunked\r\n"));
@@ -121,7 +75,7 @@ TEST(HttpServer, SendsALongAnswerInChunks) {
 
 TEST(HttpServer, GoesOnWhereAClientExpectsToBeTold) {
     HttpServer server({}, echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 1\r\nExpect: 100-continue\r\n" +
                 LAST + "\r\n");
     EXPECT_EQ("HTTP/1.1 100 Continue\r\n\r\n", client.receive("\r\n\r\n"));
@@ -131,7 +85,7 @@ TEST(HttpServer, GoesOnWhereAClientExpectsToBeTold) {
 
 TEST(HttpServer, NamesTheMethodsItAllows) {
     HttpServer server({}, echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send("GET / HTTP/1.1\r\nHost: a\r\n\r\n");
     const std::string answer = client.receive();
     EXPECT_THAT(answer, StartsWith("HTTP/1.1 405 "));
@@ -142,14 +96,14 @@ TEST(HttpServer, RefusesALongBodyAndIsHeard) {
     HttpLimits limits;
     limits.bodyBytes = 10;
     HttpServer server(withLimits(limits), echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send(post("0123456789a"));
     EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 413 "));
 }
 
 TEST(HttpServer, RefusesWhatIsNoHttp) {
     HttpServer server({}, echo);
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send("what is this\r\n\r\n");
     EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 400 "));
 }
@@ -158,8 +112,8 @@ TEST(HttpServer, DoesNotWaitForeverForARequest) {
     HttpLimits limits;
     limits.header = limits.body = milliseconds(20);
     HttpServer server(withLimits(limits), echo);
-    const Client header(server.port());
-    const Client body(server.port());
+    const RawClient header(server.port());
+    const RawClient body(server.port());
     header.send("POST / HT");
     body.send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 5\r\n\r\nab");
     EXPECT_THAT(header.receive("\r\n\r\n"), StartsWith("HTTP/1.1 408 "));
@@ -175,7 +129,7 @@ TEST(HttpServer, AsksWhoItIs) {
         reply.write("<" + request.user + ">");
     });
     const auto ask = [&server](const std::string& header) {
-        const Client client(server.port());
+        const RawClient client(server.port());
         client.send(post("", header + LAST));
         return client.receive();
     };
@@ -189,7 +143,7 @@ TEST(HttpServer, AsksWhoItIs) {
 
 TEST(HttpServer, SurvivesWhateverIsThrown) {
     HttpServer server({}, [](const HttpRequest&, HttpReply&) { throw 1; });
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send(post("", LAST));
     EXPECT_THAT(client.receive(), StartsWith("HTTP/1.1 500 "));
 }
@@ -199,7 +153,7 @@ TEST(HttpServer, ResetsAnAnswerThatItCannotEnd) {
         reply.write(std::string(70'000, 'x'));
         throw 1;
     });
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send("POST / HTTP/1.0\r\nContent-Length: 0\r\n\r\n");
     EXPECT_TRUE(client.isReset());
 }
@@ -210,7 +164,7 @@ TEST(HttpServer, TellsAClientThatItTakesTooLong) {
     std::promise<void> end;
     HttpServer server(withLimits(limits),
                       [&end](const HttpRequest&, HttpReply&) { end.get_future().wait(); });
-    const Client client(server.port());
+    const RawClient client(server.port());
     client.send(post(""));
     EXPECT_THAT(client.receive("\r\n\r\n"), StartsWith("HTTP/1.1 503 "));
     EXPECT_EQ(1U, server.lostWorkers());
@@ -220,7 +174,7 @@ TEST(HttpServer, TellsAClientThatItTakesTooLong) {
 
 TEST(HttpServer, StopsAtOnceWhereNobodyAsks) {
     HttpServer server({}, echo);
-    const Client idle(server.port());
+    const RawClient idle(server.port());
     EXPECT_TRUE(server.stop(std::chrono::seconds(10)));
 }
 
@@ -243,9 +197,9 @@ TEST(HttpServer, ServesOthersWhileAClientReadsNothing) {
             throw;
         }
     });
-    const Client slow(server.port());
+    const RawClient slow(server.port());
     slow.send(post("endless"));
-    const Client quick(server.port());
+    const RawClient quick(server.port());
     quick.send(post("quick", LAST));
     EXPECT_THAT(quick.receive(), EndsWith("<quick>"));
     EXPECT_EQ(std::future_status::ready, gaveUp.get_future().wait_for(std::chrono::seconds(10)));

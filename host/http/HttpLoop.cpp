@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "HttpLoop.h"
+
+#include <algorithm>
+#include <boost/asio/post.hpp>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace QZ {
+
+namespace {
+
+// Of the thread itself: whether it is one too many.
+thread_local bool isSurplus = false;
+
+}  // namespace
+
+void HttpLoop::start() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    for (std::size_t i = 0; i < _initial; ++i) {
+        _startThread();
+    }
+}
+
+// With the mutex held. Where the system has no thread to give there are fewer.
+void HttpLoop::_startThread() {
+    try {
+        std::thread([self = shared_from_this()] { self->_run(); }).detach();
+        ++_threads;
+    } catch (const std::system_error&) {
+        // Those that are there serve.
+    }
+}
+
+void HttpLoop::_run() {
+    while (!isSurplus && io.run_one() != 0) {
+    }
+    const std::lock_guard<std::mutex> lock(_mutex);
+    if (!isSurplus) {
+        --_threads;
+    }
+    _threadEnded.notify_all();
+}
+
+void HttpLoop::enterHandler(const std::shared_ptr<HttpCall>& call, Time end) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _calls.push_back({call, end, false, false});
+    _wasCalled = true;
+}
+
+void HttpLoop::leaveHandler(const std::shared_ptr<HttpCall>& call) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const auto found = std::find_if(_calls.begin(), _calls.end(),
+                                    [&](const Call& entry) { return entry.call == call; });
+    if (found->isLost) {
+        --_lost;
+        isSurplus = true;
+    }
+    _calls.erase(found);
+}
+
+bool HttpLoop::watch(Time now) {
+    std::vector<std::shared_ptr<HttpCall>> late;
+    bool isHeldUp = false;
+    bool wasCalled;
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        wasCalled = std::exchange(_wasCalled, false) || !_calls.empty();
+        for (Call& call : _calls) {
+            isHeldUp = isHeldUp || (call.isSeen && !call.isLost);
+            call.isSeen = true;
+            if (!call.isLost && call.end <= now) {
+                call.isLost = true;
+                late.push_back(call.call);
+                --_threads;
+                if (++_lost <= _mayBeLost) {
+                    _startThread();
+                }
+            }
+        }
+    }
+    for (const auto& call : late) {
+        call->expire();
+    }
+    if (isHeldUp) {
+        // From outside the loop: a thread that waits wakes up, and goes on waiting for events.
+        boost::asio::post(io, [] {});
+    }
+    return wasCalled;
+}
+
+std::size_t HttpLoop::lostThreads() const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    return _lost;
+}
+
+bool HttpLoop::waitForEnd(Time end) const {
+    std::unique_lock<std::mutex> lock(_mutex);
+    return _threadEnded.wait_until(lock, end, [this] { return _threads == 0; });
+}
+
+}  // namespace QZ
