@@ -68,7 +68,20 @@ FileContent readWholeFile(const std::string& path, std::size_t limit) {
         return stateOf(FileContent::Unreadable, errno);
     if (!S_ISREG(status.st_mode))
         return stateOf(FileContent::NotRegular);
-    return readToEnd(file.get(), static_cast<std::uint64_t>(status.st_size), limit);
+    FileContent content = readToEnd(file.get(), static_cast<std::uint64_t>(status.st_size), limit);
+    content.status = status;
+    return content;
+}
+
+bool isStillThere(const std::string& path, const FileContent& content) {
+    struct stat now {};
+    const struct stat& then = content.status;
+    const auto same = [](const timespec& one, const timespec& other) {
+        return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+    };
+    return content.state == FileContent::Read && ::stat(path.c_str(), &now) == 0 &&
+           now.st_dev == then.st_dev && now.st_ino == then.st_ino && now.st_size == then.st_size &&
+           same(now.st_mtim, then.st_mtim) && same(now.st_ctim, then.st_ctim);
 }
 
 }  // namespace QZ

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <string>
 
@@ -18,12 +20,17 @@ struct FileContent {
     };
 
     State state = Missing;
-    int error = 0;     // errno, when Unreadable or Missing
-    std::string text;  // the whole file when Read, else empty
+    int error = 0;          // errno, when Unreadable or Missing
+    std::string text;       // the whole file when Read, else empty
+    struct stat status {};  // when Read
 };
 
 // Reads a whole file of at most `limit` bytes; also one whose size the kernel does not tell. Never
 // throws for what it finds on disk.
 FileContent readWholeFile(const std::string& path, std::size_t limit);
+
+// Whether the path still names the file that was Read, and nobody wrote to it since, as far as its
+// times tell.
+bool isStillThere(const std::string& path, const FileContent& content);
 
 }  // namespace QZ

@@ -22,7 +22,8 @@ public:
     void unlock();
 
 private:
-    pthread_mutex_t _mutex = PTHREAD_MUTEX_INITIALIZER;
+    // What is guarded takes microseconds, less than to fall asleep and be woken.
+    pthread_mutex_t _mutex = PTHREAD_ADAPTIVE_MUTEX_INITIALIZER_NP;
 };
 
 // Holds a mutex, for which it waits without limit, for as long as it lives.

@@ -103,8 +103,10 @@ void PropertyFile::open(int mode) {
         throw;
     }
     if ((mode & ReadMode) != 0)
-        _text = PropertyText(std::move(content.text));
-    if (!isWriter)
+        _text = PropertyText(content.text);
+    if (isWriter)
+        _opened = std::move(content);
+    else
         _lock.reset();
     _mode = mode;
 }
@@ -143,8 +145,10 @@ void PropertyFile::close() {
 }
 
 void PropertyFile::_save() const {
-    const FileContent onDisk = readToReplace(_path);
     const std::string text = _text.compose();
+    if (_opened.text == text && isStillThere(_path, _opened))
+        return;
+    const FileContent onDisk = readToReplace(_path);
     if (onDisk.state == FileContent::Read && onDisk.text == text)
         return;
     std::optional<DamagedFile> damaged;
@@ -159,6 +163,7 @@ void PropertyFile::_abandon() {
     _mode = 0;
     _isSet = false;
     _text = PropertyText();
+    _opened = FileContent();
     _lock.reset();
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "FileContent.h"
 #include "FileLock.h"
 #include "PropertyText.h"
 
@@ -58,6 +59,7 @@ private:
     int _mode = 0;
     bool _isSet = false;
     PropertyText _text;
+    FileContent _opened;  // what stood on disk, of a writer
     std::optional<FileLock> _lock;
 };
 
