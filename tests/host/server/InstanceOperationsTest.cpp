@@ -217,7 +217,7 @@ TEST_F(InstanceOperations, RefusesUnknownClassesAndNamespaces) {
 
 TEST_F(InstanceOperations, ReportsWhatFailsAfterMuchWasSentByCuttingOff) {
     MemoryReply reply;
-    reply.startsAt = 64 * 1024;
+    reply.startsAt = std::size_t(64) << 10;
     server.handler.handle(
         TestCaller::request("EnumerateInstances", Caller::className("TEST_ManyThenThrows")), reply);
     EXPECT_TRUE(reply.started);
@@ -227,7 +227,7 @@ TEST_F(InstanceOperations, ReportsWhatFailsAfterMuchWasSentByCuttingOff) {
 
 TEST_F(InstanceOperations, KeepsNoMoreOfALongAnswerThanAPiece) {
     MemoryReply reply;
-    reply.startsAt = 64 * 1024;
+    reply.startsAt = std::size_t(64) << 10;
     server.handler.handle(TestCaller::request("EnumerateInstances", Caller::className("TEST_Many")),
                           reply);
     EXPECT_GT(reply.written, std::size_t(1'000'000));

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <map>
 #include <thread>
 
 #include "ScopedEnvironment.h"
+#include "ScopedWorkingFolder.h"
 #include "TemporaryFolder.h"
 #include "TestCaller.h"
 #include "XmlText.h"
@@ -23,6 +25,8 @@ protected:
     ScopedEnvironment _root{"TAVQZ_HOST_ROOT",
                             std::string(TAVQZ_SOURCE_DIR "/tests/machines/") + GetParam()};
     ScopedEnvironment _data{"TAVQZ_DATA_DIR", _folder.path()};
+    // From where the module finds the library that reads a machine's service processors.
+    ScopedWorkingFolder _work{TAVQZ_BINARY_DIR "/lib/simulated/lib"};
 
 public:
     TestCaller server{TestCaller::Shipped};
@@ -75,6 +79,27 @@ TEST_P(Machines, AnswerEveryReadingOperation) {
                       Caller::propertyNames(instances.values[i]));
         }
     }
+}
+
+TEST_P(Machines, HaveTheServiceProcessorsThatTheyDescribe) {
+    const char* const classes[] = {
+        "TAVIRA_VigilPresent",     "TAVIRA_VigilSystemState", "TAVIRA_VigilMachineLevelVPD",
+        "TAVIRA_VigilPostBiosVPD", "TAVIRA_VigilWatchdog",    "TAVIRA_VigilManagementProcessorVPD",
+        "TAVIRA_VigilComponentVPD"};
+    const std::map<std::string, std::vector<std::size_t>> described = {
+        {"rack-server", {1, 1, 1, 1, 4, 4, 29}},
+        // Six, the first five of which fail one query each.
+        {"damaged-firmware", {6, 5, 5, 5, 5, 10, 10}},
+        {"hostile-texts", {1, 1, 1, 1, 3, 1, 1}}};
+    const auto found = described.find(GetParam());
+    std::vector<std::size_t> counts;
+    for (const char* const name : classes) {
+        const CallResult all = server.call("EnumerateInstances", Caller::className(name));
+        EXPECT_EQ(all.error, 0) << name << ": " << all.description;
+        counts.push_back(all.values.size());
+    }
+    EXPECT_EQ(counts, found != described.end() ? found->second
+                                               : std::vector<std::size_t>(std::size(classes), 0));
 }
 
 TEST_P(Machines, KeepWhatIsWritten) {
@@ -132,6 +157,7 @@ TEST_P(Machines, RefuseWhatTheModuleRefuses) {
 TEST_P(Machines, AnswerSixteenClientsAtOnce) {
     std::atomic<int> wrong{0};
     std::vector<std::thread> clients;
+    clients.reserve(16);
     for (int client = 0; client < 16; ++client) {
         clients.emplace_back([&] {
             for (int i = 0; i < 5; ++i) {
