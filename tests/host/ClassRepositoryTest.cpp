@@ -51,6 +51,7 @@ const CIMQualifier& _qualifier(const QualifierList& list, const char* name) {
 
 std::vector<std::string> _names(const std::vector<const ClassDeclaration*>& classes) {
     std::vector<std::string> names;
+    names.reserve(classes.size());
     for (const ClassDeclaration* declared : classes) {
         names.push_back(declared->name);
     }

@@ -34,8 +34,8 @@ std::string _key(const std::string& attributes, const std::string& text) {
 std::string _nested(int depth) {
     std::string path = _key("VALUETYPE=\"string\"", "x");
     for (int i = 0; i < depth; ++i) {
-        path = "<KEYBINDING NAME=\"K\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"A\">" + path +
-               "</INSTANCENAME></VALUE.REFERENCE></KEYBINDING>";
+        path.insert(0, "<KEYBINDING NAME=\"K\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"A\">");
+        path.append("</INSTANCENAME></VALUE.REFERENCE></KEYBINDING>");
     }
     return _get(path);
 }

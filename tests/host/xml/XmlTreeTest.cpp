@@ -46,7 +46,8 @@ TEST(XmlTree, RefusesAnEntityBomb) {
     std::string bomb = "<!DOCTYPE a [<!ENTITY e0 'ha'>";
     for (int i = 1; i < 30; ++i) {
         const std::string last = "&e" + std::to_string(i - 1) + ";";
-        bomb += "<!ENTITY e" + std::to_string(i) + " '" + last + last + "'>";
+        bomb.append("<!ENTITY e").append(std::to_string(i));
+        bomb.append(" '").append(last).append(last).append("'>");
     }
     EXPECT_THROW(_parse(bomb + "]><a>&e29;</a>"), XmlError);
 }

@@ -73,12 +73,12 @@ TEST(XmlValues, ComeBackAsTheyWere) {
 }
 
 TEST(XmlValues, AreWrittenWithAPointInAnyLocale) {
-    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    (void)std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     std::string xml;
     appendValue(xml, CIMValue(Real64(1)));
     appendValue(xml, CIMValue(Real32(0.1F)));
     appendValue(xml, CIMValue(std::numeric_limits<Real64>::infinity()));
-    std::setlocale(LC_NUMERIC, "C");
+    (void)std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(xml, "<VALUE>1.0e+00</VALUE><VALUE>1.0e-01</VALUE><VALUE>INF</VALUE>");
 }
 
@@ -117,7 +117,9 @@ TEST(XmlValues, ReplaceWhatXmlForbids) {
 TEST(XmlValues, ComeBackHoweverLongTheTextIs) {
     for (const Uint32 size : {127U, 128U, 129U, 300U}) {
         const std::string plain(size, 'x');
-        _expectBack<String>({String(plain.c_str()), String((plain + "&" + plain).c_str())});
+        std::string escaped = plain;
+        escaped.append("&").append(plain);
+        _expectBack<String>({String(plain.c_str()), String(escaped.c_str())});
     }
 }
 
