@@ -125,6 +125,21 @@ TEST(SystemEventRecord, SaysOnlyOfUnlistedCodesThatTheyAreUnknown) {
     }
 }
 
+TEST(SystemEventRecord, SaysOfEveryCodeWhatItFound) {
+    constexpr const char* EMPTY = "geteventstring: The eventstring is [ ]";
+    for (std::uint32_t readingType = 0; readingType < 256; ++readingType) {
+        const bool isListed = readingType <= 12 || readingType == 111 || readingType == 112;
+        // No list is so long, nor is there one for this sensor.
+        EXPECT_EQ(_record(readingType, 1, 200).getEventString(), " ");
+        EXPECT_EQ(logged, std::vector<std::string>{isListed ? EMPTY : NOT_FOUND}) << readingType;
+    }
+    for (std::uint32_t sensorType = 0; sensorType < 256; ++sensorType) {
+        const bool isListed = sensorType != 0 && sensorType != 42;
+        EXPECT_EQ(_record(111, sensorType, 200).getEventString(), " ");
+        EXPECT_EQ(logged, std::vector<std::string>{isListed ? EMPTY : NOT_FOUND}) << sensorType;
+    }
+}
+
 TEST(SystemEventRecord, AgreesWithTheListInEveryCombination) {
     const EventKeyList list;
     ASSERT_EQ(list.sensorTypes.size(), 42U);

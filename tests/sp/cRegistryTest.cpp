@@ -115,6 +115,29 @@ TEST_F(RegistryTest, FindsNothingWhereTheDataAreCutOff) {
     EXPECT_EQ(find(other, "k", "other"), "none");
 }
 
+// Signs behind the name are looked for wherever they stand, in the next section too.
+TEST_F(RegistryTest, TakesTheFirstSignBehindTheName) {
+    write(
+        "[hkey_local_machine\\k]\nname\n[hkey_local_machine\\l]\nv=dword:7\n"
+        "t=string\nw=string&x&\nd=dword\nx=y:00000009\n");
+    cRegistry registry = open();
+    EXPECT_EQ(find(registry, "k", "name"), "number:7");
+    EXPECT_EQ(find(registry, "l", "\nt"), "text:x");
+    EXPECT_EQ(find(registry, "l", "\nd"), "number:9");
+}
+
+TEST_F(RegistryTest, PutsNoNulBehindAText) {
+    write(AGENT);
+    cRegistry registry = open();
+    std::string key = "software\\agent";
+    std::string name = "fullname";
+    std::string text(16, '#');
+    EXPECT_EQ(registry.GetRegInfo(key.data(), name.data(), nullptr,
+                                  reinterpret_cast<unsigned char*>(text.data())),
+              1);
+    EXPECT_EQ(text, "the agent#######");
+}
+
 TEST_F(RegistryTest, CopiesNoMoreThanItsLimit) {
     write("[hkey_local_machine\\k]\nlong=string&" + std::string(5000, 'x') + "&\n");
     cRegistry registry = open();
