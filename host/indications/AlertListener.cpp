@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "AlertListener.h"
+
+#include <utility>
+
+#include "ExportMessage.h"
+
+namespace QZ {
+
+AlertListener::AlertListener(Take take, const std::string& address, std::uint16_t port)
+    : _take(std::move(take)),
+      _server(_options(address, port),
+              [this](const HttpRequest& request, HttpReply& reply) { _handle(request, reply); }) {
+    const bool isV6 = address.find(':') != std::string::npos;
+    _url = "http://" + (isV6 ? "[" + address + "]" : address) + ":" +
+           std::to_string(_server.port()) + "/alerts";
+}
+
+HttpServerOptions AlertListener::_options(const std::string& address, std::uint16_t port) {
+    HttpServerOptions options;
+    options.address = address;
+    options.port = port;
+    return options;
+}
+
+void AlertListener::_handle(const HttpRequest& request, HttpReply& reply) const {
+    ExportRequest message;
+    try {
+        message = decodeExportRequest(request.body);
+    } catch (const NoExportMessage& error) {
+        reply.setStatus(400);
+        reply.addHeader("CIMError", "request-not-valid");
+        reply.setLogText(error.what());
+        return;
+    }
+    _take(message.alert);
+    for (const auto& [name, value] : exportAnswerHeaders()) {
+        reply.addHeader(name, value);
+    }
+    reply.write(encodeExportAnswer(message.messageId));
+}
+
+}  // namespace QZ

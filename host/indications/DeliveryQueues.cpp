@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "DeliveryQueues.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <exception>
+#include <utility>
+
+#include "CimText.h"
+#include "Clock.h"
+#include "ExportMessage.h"
+#include "HttpClient.h"
+#include "ListenerUrl.h"
+
+namespace QZ {
+
+namespace {
+
+// Milliseconds before the second attempt, and before the third.
+constexpr unsigned WAITS[DeliveryQueues::ATTEMPTS - 1] = {10'000, 60'000};
+
+// A listener takes an alert and is done; who stops the server waits as long as this.
+HttpClient::Limits _limits() {
+    HttpClient::Limits limits;
+    limits.connecting = std::chrono::seconds(5);
+    limits.answering = std::chrono::seconds(10);
+    limits.answerBytes = std::size_t(64) * 1024;
+    return limits;
+}
+
+std::string _name(const DeliveryQueues::Alert& alert) {
+    return "alert " + make_string(alert.instance.getClassName().getString()) + " for " + alert.url;
+}
+
+}  // namespace
+
+// One destination's alerts. Everything but the attempts is done under the owner's mutex.
+class DeliveryQueues::Queue {
+public:
+    explicit Queue(DeliveryQueues& owner) : _owner(owner) {}
+
+    // Lets a thread of its own send what waits, if none does. Throws Error where there is none.
+    void work() {
+        if (_isWorking) {
+            return;
+        }
+        join();
+        _worker = std::make_unique<Worker>();
+        _worker->start(this);
+        _isWorking = true;
+    }
+
+    // Waits for a thread that is at its end, or is told to come to it.
+    void join() {
+        if (_worker) {
+            _worker->join();
+        }
+    }
+
+    bool isWorking() const { return _isWorking; }
+
+    std::deque<Alert> waiting;
+    std::condition_variable stopping;
+
+private:
+    class Worker : public Thread {
+    protected:
+        int run(void* queue) override {
+            static_cast<Queue*>(queue)->_work();
+            return 0;
+        }
+    };
+
+    void _work() {
+        std::unique_lock<std::mutex> lock(_owner._mutex);
+        while (!waiting.empty() && !_owner._isStopping) {
+            const Alert alert = std::move(waiting.front());
+            waiting.pop_front();
+            _deliver(alert, lock);
+        }
+        _isWorking = false;
+    }
+
+    void _deliver(const Alert& alert, std::unique_lock<std::mutex>& lock) {
+        std::string reason;
+        for (unsigned attempt = 1; attempt <= ATTEMPTS && !_owner._isStopping; ++attempt) {
+            lock.unlock();
+            const Outcome outcome = _attempt(alert, reason);
+            lock.lock();
+            if (outcome == Sent) {
+                return;
+            }
+            if (outcome == Refused) {
+                _owner._log(_name(alert) + ": refused: " + reason);
+                return;
+            }
+            if (attempt < ATTEMPTS) {
+                _wait(WAITS[attempt - 1], lock);
+            }
+        }
+        _owner._log(_name(alert) + ": given up: " + reason);
+    }
+
+    enum Outcome { Sent, Refused, Failed };
+
+    Outcome _attempt(const Alert& alert, std::string& reason) const {
+        try {
+            _owner._send(alert);
+            return Sent;
+        } catch (const ExportRefused& error) {
+            reason = error.what();
+            return Refused;
+        } catch (const std::exception& error) {
+            reason = error.what();
+        } catch (...) {
+            reason = "for no known reason";
+        }
+        return Failed;
+    }
+
+    void _wait(unsigned milliseconds, std::unique_lock<std::mutex>& lock) {
+        Clock& clock = Clock::current();
+        const std::int64_t end = clock.milliseconds() + milliseconds;
+        for (std::int64_t left = milliseconds; left > 0 && !_owner._isStopping;
+             left = end - clock.milliseconds()) {
+            clock.wait(stopping, lock, unsigned(left));
+        }
+    }
+
+    DeliveryQueues& _owner;
+    std::unique_ptr<Worker> _worker;
+    bool _isWorking = false;
+};
+
+DeliveryQueues::DeliveryQueues(Send send, Log log) : _send(std::move(send)), _log(std::move(log)) {}
+
+DeliveryQueues::~DeliveryQueues() {
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        _isStopping = true;
+        for (const auto& [destination, queue] : _queues) {
+            queue->stopping.notify_all();
+        }
+    }
+    for (const auto& [destination, queue] : _queues) {
+        queue->join();
+        for (const Alert& alert : queue->waiting) {
+            _log(_name(alert) + ": given up: the server stops");
+        }
+    }
+}
+
+void DeliveryQueues::push(const std::string& destination, Alert alert) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    if (_isStopping) {
+        return;
+    }
+    auto& queue = _queues[destination];
+    if (!queue) {
+        queue = std::make_unique<Queue>(*this);
+    }
+    if (queue->waiting.size() == LONGEST) {
+        _log(_name(queue->waiting.front()) + ": given up: too many are waiting");
+        queue->waiting.pop_front();
+    }
+    queue->waiting.push_back(std::move(alert));
+    try {
+        queue->work();
+    } catch (const std::exception& error) {
+        // The next alert tries again.
+        _log(_name(queue->waiting.back()) + ": waits: " + error.what());
+    }
+}
+
+void DeliveryQueues::forget(const std::string& destination) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const auto found = _queues.find(destination);
+    if (found == _queues.end()) {
+        return;
+    }
+    found->second->waiting.clear();
+    if (!found->second->isWorking()) {
+        found->second->join();
+        _queues.erase(found);
+    }
+}
+
+void sendAlert(const DeliveryQueues::Alert& alert) {
+    static std::atomic<unsigned> messages{0};
+    const ListenerUrl url = parseListenerUrl(alert.url);
+    // A connection of its own: on one that was kept it could not be told whether an alert that got
+    // no answer has arrived.
+    HttpClient client(url.host, url.port, _limits());
+    const ExportRequest request{std::to_string(++messages), alert.instance};
+    const HttpAnswer answer =
+        client.post(url.target, exportRequestHeaders(), encodeExportRequest(request));
+    if (answer.status != 200) {
+        throw Error("it answered with HTTP status " + std::to_string(answer.status));
+    }
+    checkExportAnswer(answer.body, request.messageId);
+}
+
+}  // namespace QZ

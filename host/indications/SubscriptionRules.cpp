@@ -1,0 +1,352 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "SubscriptionRules.h"
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/CIMPropertyList.h>
+#include <Pegasus/Common/Exception.h>
+
+#include <algorithm>
+
+#include "CimText.h"
+#include "ClassConversion.h"
+#include "ListenerUrl.h"
+#include "System.h"
+#include "XmlObjects.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+namespace {
+
+constexpr const char* SYSTEM_CLASS = "CIM_ComputerSystem";
+constexpr const char* STATE = "SubscriptionState";
+constexpr Uint16 ENABLED = 2;    // SubscriptionState
+constexpr Uint16 IGNORE = 2;     // OnFatalErrorPolicy
+constexpr Uint16 NONE = 2;       // RepeatNotificationPolicy
+constexpr Uint16 PERMANENT = 2;  // PersistenceType
+
+[[noreturn]] void _refuse(CIMStatusCode status, const std::string& sentence) {
+    throw CIMException(status, make_String(sentence));
+}
+
+[[noreturn]] void _refuse(const std::string& sentence) {
+    _refuse(CIM_ERR_INVALID_PARAMETER, sentence);
+}
+
+std::string _lower(std::string text) {
+    for (char& c : text) {
+        c = c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+    }
+    return text;
+}
+
+CIMValue _valueOf(const CIMConstInstance& instance, const char* property) {
+    const Uint32 at = instance.findProperty(CIMName(property));
+    return at == PEG_NOT_FOUND ? CIMValue() : instance.getProperty(at).getValue();
+}
+
+void _set(CIMInstance& instance, const std::string& property, const CIMValue& value) {
+    const CIMName name(make_String(property));
+    const Uint32 at = instance.findProperty(name);
+    if (at != PEG_NOT_FOUND) {
+        instance.getProperty(at).setValue(value);
+    } else {
+        instance.addProperty(CIMProperty(name, value));
+    }
+}
+
+void _default(CIMInstance& instance, const char* property, const CIMValue& value) {
+    if (_valueOf(instance, property).isNull()) {
+        _set(instance, property, value);
+    }
+}
+
+CIMValue _string(const std::string& text) {
+    return CIMValue(make_String(text));
+}
+
+// A client may send what it wrote as text.
+CIMValue _typed(const PropertyDeclaration& property, const CIMValue& given) {
+    if (given.isNull()) {
+        return CIMValue(property.type, property.isArray);
+    }
+    if (given.getType() == property.type && given.isArray() == property.isArray) {
+        return given;
+    }
+    if (given.isArray() || property.isArray) {
+        _refuse(property.name + ": a value of another type expected");
+    }
+    CimUntypedValue untyped;
+    untyped.isNull = false;
+    untyped.texts.emplace_back(make_string(given.toString()));
+    try {
+        if (property.type == CIMTYPE_REFERENCE) {
+            return CIMValue(CIMObjectPath(given.toString()));
+        }
+        return typedValue(untyped, property.type, false);
+    } catch (const std::exception& error) {
+        _refuse(property.name + ": " + error.what());
+    } catch (const Exception& exception) {
+        _refuse(property.name + ": " + make_string(exception.getMessage()));
+    }
+}
+
+// Values of a property that has a list of them.
+void _checkMapped(const PropertyDeclaration& property, const CIMValue& value) {
+    if (property.type != CIMTYPE_UINT16 || property.isArray || value.isNull() ||
+        !property.qualifiers.find("ValueMap")) {
+        return;
+    }
+    if (property.meaning(make_string(value.toString())).empty()) {
+        _refuse(property.name + ": the server knows no value " + make_string(value.toString()));
+    }
+}
+
+CIMObjectPath _located(CIMObjectPath path, const CIMNamespaceName& nameSpace) {
+    path.setHost(String());
+    if (path.getNameSpace().isNull()) {
+        path.setNameSpace(nameSpace);
+    }
+    return path;
+}
+
+void _takeProperty(const ClassDeclaration& declared, const CIMConstProperty& given,
+                   CIMInstance& instance) {
+    const std::string name = make_string(given.getName().getString());
+    const PropertyDeclaration* const property = declared.find(name);
+    if (!property) {
+        _refuse(declared.name + " has no property " + name);
+    }
+    CIMValue value = _typed(*property, given.getValue());
+    _checkMapped(*property, value);
+    if (property->type == CIMTYPE_REFERENCE && !value.isNull()) {
+        CIMObjectPath path;
+        value.get(path);
+        value.set(_located(path, instance.getPath().getNameSpace()));
+    }
+    _set(instance, property->name, value);
+}
+
+void _fillIn(CIMInstance& instance, const std::string& className) {
+    if (sameName(className, SUBSCRIPTION_CLASS)) {
+        const CIMValue now(CIMDateTime::getCurrentDateTime());
+        _default(instance, STATE, CIMValue(ENABLED));
+        _default(instance, "OnFatalErrorPolicy", CIMValue(IGNORE));
+        _default(instance, "RepeatNotificationPolicy", CIMValue(NONE));
+        _default(instance, "SubscriptionStartTime", now);
+        _default(instance, "TimeOfLastStateChange", now);
+        return;
+    }
+    _default(instance, "SystemCreationClassName", _string(SYSTEM_CLASS));
+    const std::wstring system = System::getName();
+    _default(instance, "SystemName", CIMValue(make_String(system.empty() ? L"localhost" : system)));
+    _default(instance, "CreationClassName", _string(className));
+    if (sameName(className, DESTINATION_CLASS)) {
+        _default(instance, "PersistenceType", CIMValue(PERMANENT));
+    }
+}
+
+void _checkDestination(const CIMInstance& destination) {
+    try {
+        if (parseListenerUrl(textOf(destination, "Destination")).isSecure) {
+            _refuse(CIM_ERR_NOT_SUPPORTED, "Destination: https is not spoken yet");
+        }
+    } catch (const Error& error) {
+        _refuse(std::string("Destination: ") + error.what());
+    }
+}
+
+}  // namespace
+
+std::string textOf(const CIMConstInstance& instance, const char* property) {
+    const CIMValue value = _valueOf(instance, property);
+    return value.isNull() ? std::string() : make_string(value.toString());
+}
+
+Uint16 numberOf(const CIMConstInstance& instance, const char* property) {
+    Uint16 number = 0;
+    const CIMValue value = _valueOf(instance, property);
+    if (!value.isNull()) {
+        value.get(number);
+    }
+    return number;
+}
+
+CIMObjectPath referenceOf(const CIMConstInstance& instance, const char* property) {
+    CIMObjectPath path;
+    const CIMValue value = _valueOf(instance, property);
+    if (!value.isNull()) {
+        value.get(path);
+    }
+    return _located(path, instance.getPath().getNameSpace());
+}
+
+bool isSubscriptionClass(const std::string& className) {
+    return sameName(className, FILTER_CLASS) || sameName(className, DESTINATION_CLASS) ||
+           sameName(className, SUBSCRIPTION_CLASS);
+}
+
+const ClassDeclaration& SubscriptionRules::_class(const CIMNamespaceName& nameSpace,
+                                                  const CIMName& name) const {
+    const ClassRepository* const classes = _schema.find(make_string(nameSpace.getString()));
+    if (!classes) {
+        throw CIMException(CIM_ERR_INVALID_NAMESPACE, nameSpace.getString());
+    }
+    const ClassDeclaration* const declared = classes->find(make_string(name.getString()));
+    if (!declared || !isSubscriptionClass(declared->name)) {
+        throw CIMException(CIM_ERR_INVALID_CLASS, name.getString());
+    }
+    return *declared;
+}
+
+CIMInstance SubscriptionRules::made(const CIMNamespaceName& nameSpace,
+                                    const CIMInstance& given) const {
+    const ClassDeclaration& declared = _class(nameSpace, given.getClassName());
+    CIMInstance instance(CIMName(make_String(declared.name)));
+    instance.setPath(CIMObjectPath(String(), nameSpace, instance.getClassName()));
+    for (Uint32 i = 0; i < given.getPropertyCount(); ++i) {
+        _takeProperty(declared, given.getProperty(i), instance);
+    }
+    _fillIn(instance, declared.name);
+    for (const PropertyDeclaration& property : declared.properties) {
+        const bool isNeeded = property.isKey() || property.qualifiers.isTrue("Required");
+        if (isNeeded && textOf(instance, property.name.c_str()).empty()) {
+            _refuse(declared.name + " needs a value of " + property.name);
+        }
+    }
+    CIMObjectPath path = instance.buildPath(makeCimClass(declared));
+    path.setNameSpace(nameSpace);
+    instance.setPath(path);
+    _check(instance);
+    return instance;
+}
+
+CIMInstance SubscriptionRules::changed(const CIMInstance& kept, const CIMInstance& given,
+                                       const CIMPropertyList& properties) const {
+    const ClassDeclaration& declared =
+        _class(kept.getPath().getNameSpace(), kept.getPath().getClassName());
+    const auto isNamed = [&](const CIMName& name) {
+        for (Uint32 i = 0; i < properties.size(); ++i) {
+            if (properties[i].equal(name)) {
+                return true;
+            }
+        }
+        return properties.isNull() != 0;
+    };
+    CIMInstance instance = kept.clone();
+    for (Uint32 i = 0; i < given.getPropertyCount(); ++i) {
+        const CIMConstProperty property = given.getProperty(i);
+        const PropertyDeclaration* const known =
+            declared.find(make_string(property.getName().getString()));
+        // A whole instance holds its keys, and what the server wrote, too.
+        if (isNamed(property.getName()) && (!known || known->isWritable())) {
+            _takeProperty(declared, property, instance);
+        }
+    }
+    _fillIn(instance, declared.name);
+    if (sameName(declared.name, SUBSCRIPTION_CLASS) &&
+        numberOf(instance, STATE) != numberOf(kept, STATE)) {
+        _set(instance, "TimeOfLastStateChange", CIMValue(CIMDateTime::getCurrentDateTime()));
+    }
+    _check(instance);
+    return instance;
+}
+
+void SubscriptionRules::_check(const CIMInstance& instance) const {
+    const std::string className = make_string(instance.getClassName().getString());
+    if (sameName(className, FILTER_CLASS)) {
+        filterTerms(instance);
+    } else if (sameName(className, DESTINATION_CLASS)) {
+        _checkDestination(instance);
+    }
+    if (!sameName(className, SUBSCRIPTION_CLASS) &&
+        !sameName(textOf(instance, "CreationClassName"), className)) {
+        _refuse("CreationClassName: " + className + " expected");
+    }
+}
+
+std::string SubscriptionRules::identity(const CIMObjectPath& path) const {
+    const ClassDeclaration& declared = _class(path.getNameSpace(), path.getClassName());
+    std::string text =
+        _lower(make_string(path.getNameSpace().getString())) + ":" + _lower(declared.name);
+    for (const PropertyDeclaration& property : declared.properties) {
+        if (!property.isKey()) {
+            continue;
+        }
+        const CIMName name(make_String(property.name));
+        const Array<CIMKeyBinding>& keys = path.getKeyBindings();
+        Uint32 at = 0;
+        while (at < keys.size() && !keys[at].getName().equal(name)) {
+            ++at;
+        }
+        if (at == keys.size()) {
+            _refuse("the path lacks the key " + property.name);
+        }
+        std::string value = make_string(keys[at].getValue());
+        if (property.type == CIMTYPE_REFERENCE) {
+            try {
+                value = identity(_located(CIMObjectPath(keys[at].getValue()), path.getNameSpace()));
+            } catch (const MalformedObjectNameException& exception) {
+                _refuse(property.name + ": " + make_string(exception.getMessage()));
+            }
+        }
+        text.append("\n").append(std::to_string(value.size())).append(" ").append(value);
+    }
+    return text;
+}
+
+void SubscriptionRules::_checkSource(const WqlQuery& query, const std::string& nameSpace) const {
+    const ClassRepository* const classes = _schema.find(nameSpace);
+    if (!classes) {
+        _refuse("SourceNamespaces: the server has no namespace " + nameSpace);
+    }
+    const ClassDeclaration* const declared = classes->find(query.className);
+    if (!declared || !declared->isIndication()) {
+        _refuse(CIM_ERR_NOT_SUPPORTED,
+                nameSpace + " has no indication class " + query.className +
+                    (declared ? "" : "; SourceNamespaces says where a filter's class is"));
+    }
+    std::vector<const ClassDeclaration*> family = classes->subclasses(declared->name, true);
+    family.push_back(declared);
+    if (std::none_of(family.begin(), family.end(), [&](const ClassDeclaration* one) {
+            return _schema.registration.indicationProvider(nameSpace, one->name) != nullptr;
+        })) {
+        _refuse(CIM_ERR_NOT_SUPPORTED, "nobody sends indications of " + query.className);
+    }
+    checkWql(query, *classes);
+}
+
+FilterTerms SubscriptionRules::filterTerms(const CIMInstance& filter) const {
+    const std::string language = textOf(filter, "QueryLanguage");
+    if (!sameName(language, "WQL")) {
+        _refuse(CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED,
+                "QueryLanguage: WQL is spoken, " + language + " is not");
+    }
+    FilterTerms terms;
+    const CIMValue sources = _valueOf(filter, "SourceNamespaces");
+    Array<String> names;
+    if (!sources.isNull()) {
+        sources.get(names);
+    }
+    for (Uint32 i = 0; i < names.size(); ++i) {
+        terms.nameSpaces.push_back(make_string(names[i]));
+    }
+    const std::string source = textOf(filter, "SourceNamespace");
+    if (terms.nameSpaces.empty()) {
+        terms.nameSpaces.push_back(
+            source.empty() ? make_string(filter.getPath().getNameSpace().getString()) : source);
+    }
+    try {
+        terms.query = parseWql(textOf(filter, "Query"));
+        for (const std::string& nameSpace : terms.nameSpaces) {
+            _checkSource(terms.query, nameSpace);
+        }
+    } catch (const WqlError& error) {
+        _refuse(CIM_ERR_INVALID_QUERY, error.what());
+    }
+    return terms;
+}
+
+}  // namespace QZ

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+
+#include <string>
+#include <vector>
+
+#include "Schema.h"
+#include "WqlQuery.h"
+
+namespace QZ {
+
+constexpr const char* FILTER_CLASS = "CIM_IndicationFilter";
+constexpr const char* DESTINATION_CLASS = "CIM_ListenerDestinationCIMXML";
+constexpr const char* SUBSCRIPTION_CLASS = "CIM_IndicationSubscription";
+
+// Whether the instances of exactly that class are subscriptions or what they refer to.
+bool isSubscriptionClass(const std::string& className);
+
+// What a filter wants.
+struct FilterTerms {
+    WqlQuery query;
+    std::vector<std::string> nameSpaces;
+};
+
+// What the instances that one subscribes with must be. Pure; throws CIMException with a status and
+// a sentence.
+class SubscriptionRules {
+public:
+    explicit SubscriptionRules(const Schema& schema) : _schema(schema) {}
+
+    // A client's new instance of such a class in a namespace as it is kept: every property of its
+    // declared type, keys and what has a default filled in, and its path.
+    Pegasus::CIMInstance made(const Pegasus::CIMNamespaceName& nameSpace,
+                              const Pegasus::CIMInstance& given) const;
+
+    // The kept instance with those properties of the given one that are named, or with all that it
+    // has. Keys stay.
+    Pegasus::CIMInstance changed(const Pegasus::CIMInstance& kept,
+                                 const Pegasus::CIMInstance& given,
+                                 const Pegasus::CIMPropertyList& properties) const;
+
+    // The same for any spelling of one path. Throws CIM_ERR_INVALID_PARAMETER where a key is
+    // missing.
+    std::string identity(const Pegasus::CIMObjectPath& path) const;
+
+    FilterTerms filterTerms(const Pegasus::CIMInstance& filter) const;
+
+private:
+    const ClassDeclaration& _class(const Pegasus::CIMNamespaceName& nameSpace,
+                                   const Pegasus::CIMName& name) const;
+    void _checkSource(const WqlQuery& query, const std::string& nameSpace) const;
+    void _check(const Pegasus::CIMInstance& instance) const;
+
+    const Schema& _schema;
+};
+
+// A property's text; empty where it is null or not there.
+std::string textOf(const Pegasus::CIMConstInstance& instance, const char* property);
+// The same of a number; 0.
+Pegasus::Uint16 numberOf(const Pegasus::CIMConstInstance& instance, const char* property);
+// A reference; with the namespace of the instance's path where it has none.
+Pegasus::CIMObjectPath referenceOf(const Pegasus::CIMConstInstance& instance, const char* property);
+
+}  // namespace QZ
