@@ -124,6 +124,26 @@ void _addServe(CLI::App& app, Request& request) {
         ->type_name("FILE");
 }
 
+void _addWatch(CLI::App& app, Request& request) {
+    CLI::App* added = _addCommand(app, request, Request::Watch, "watch",
+                                  "Write each alert as it arrives, until it is told to stop", "");
+    WatchRequest& watch = request.watch;
+    added->add_option("--count", watch.count, "End after so many alerts")
+        ->type_name("N")
+        ->check(CLI::Range(1, 1000000000));
+    added
+        ->add_option("--exec", watch.command,
+                     "A shell command to run for each alert, with its fields in the environment")
+        ->type_name("CMD");
+    added->footer(
+        R"(The command finds TAVQZ_ALERT_DESCRIPTION, TAVQZ_ALERT_SEVERITY (a number, 2 for
+information) and others, see the manual, in its environment.
+
+Examples:
+  tavqz watch --format json
+  tavqz watch --exec 'logger -t tavqz "$TAVQZ_ALERT_DESCRIPTION"')");
+}
+
 void _addCommands(CLI::App& app, Request& request) {
     _addCommand(app, request, Request::Report, "report",
                 "Lay out everything the machine answers, for people", "report");
@@ -175,6 +195,7 @@ void _addCommands(CLI::App& app, Request& request) {
         "Exit status, as monitoring plug-ins end: 0 nothing is due, 1 something runs out\n"
         "within the days, 2 something has run out, 3 that could not be found out.\n\n"
         "Example:\n  tavqz due --within 90d");
+    _addWatch(app, request);
     _addServe(app, request);
 }
 

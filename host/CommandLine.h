@@ -32,9 +32,28 @@ struct ServeRequest {
     std::string passwordFile;  // empty: a password for this run
 };
 
+// What "watch" is told.
+struct WatchRequest {
+    unsigned count = 0;   // of alerts to end after; 0: never
+    std::string command;  // that each alert is handed to; empty: none
+};
+
 // What the arguments ask for.
 struct Request {
-    enum Command { Report, List, Names, Get, Set, Create, Delete, Classes, Capture, Due, Serve };
+    enum Command {
+        Report,
+        List,
+        Names,
+        Get,
+        Set,
+        Create,
+        Delete,
+        Classes,
+        Capture,
+        Due,
+        Watch,
+        Serve
+    };
 
     Command command = Report;
     std::string subject;                   // a class, a path or a folder
@@ -42,6 +61,7 @@ struct Request {
     bool isSanitized = false;              // of "capture"
     std::string within = "90d";            // of "due"
     ServeRequest serve;
+    WatchRequest watch;
     std::string format = "table";
     std::string server;  // its URL, empty where this process asks the module
     std::string root;    // each empty where it is not given, and as it was written

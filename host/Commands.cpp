@@ -169,8 +169,9 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
         case Request::Due:
             return listDue(server, parseDays(request.within), request.format);
         case Request::Capture:
+        case Request::Watch:
         case Request::Serve:
-            break;  // neither asks a server
+            break;  // none of them asks and is answered
     }
     return {};
 }

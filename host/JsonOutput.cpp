@@ -76,19 +76,28 @@ Json _textOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(text);
 }
 
-std::string _text(const Json& json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+Json _element(const CIMInstance& instance) {
+    Json element;
+    element["path"] = make_string(instance.getPath().toString());
+    element["properties"] = _properties(instance);
+    return element;
+}
+
+// Indented by so many blanks; on one line where that is negative.
+std::string _text(const Json& json, int indent = 2) {
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 }  // namespace
 
+std::string jsonLine(const CIMInstance& instance) {
+    return _text(_element(instance), -1);
+}
+
 std::string JsonOutput::instances(const std::vector<CIMInstance>& list) const {
     Json array = Json::array();
     for (const CIMInstance& instance : list) {
-        Json element;
-        element["path"] = make_string(instance.getPath().toString());
-        element["properties"] = _properties(instance);
-        array.push_back(std::move(element));
+        array.push_back(_element(instance));
     }
     return _text(array);
 }

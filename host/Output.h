@@ -46,6 +46,9 @@ public:
     std::string classes(const Schema& schema) const override;
 };
 
+// An instance as an element of JsonOutput's array, all of it on one line.
+std::string jsonLine(const Pegasus::CIMInstance& instance);
+
 // RFC 4180 with a header line. Instances have the columns "path" and one for each property that any
 // of them has; null and absent are both empty.
 class CsvOutput : public Output {

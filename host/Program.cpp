@@ -15,12 +15,14 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "InProcessServer.h"
+#include "ModuleAlerts.h"
 #include "RemoteServer.h"
 #include "ResultOutput.h"
 #include "Serve.h"
 #include "ServerAddress.h"
 #include "Sources.h"
 #include "TerminalText.h"
+#include "Watch.h"
 #include "Workplace.h"
 
 namespace QZ {
@@ -50,7 +52,26 @@ ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& 
                  {[&output](const std::string& line) { output.write(line + "\n"); }, _say});
 }
 
+// Empty where it is gone.
+std::string _workingFolder() {
+    std::error_code error;
+    return std::filesystem::current_path(error).string();
+}
+
+// The command is run in the folder that we were started in.
+ExitStatus _watch(const Request& request, const Workplace& place, const std::string& start,
+                  ResultOutput& output) {
+    const std::unique_ptr<InProcessServer> server = _makeServer(place);
+    ModuleAlerts alerts(*server);
+    return watch(request, alerts,
+                 {server->schema(), start,
+                  [&output](const std::string& text) { output.write(text); }, _say});
+}
+
 int _askServer(const Request& request, ResultOutput& output) {
+    if (request.command == Request::Watch) {
+        throw UsageError("watch: a server's alerts cannot be watched, only those of this machine");
+    }
     RemoteServer server(parseServerUrl(request.server));
     const CommandResult result = runCommand(request, server, _say);
     output.write(result.text);
@@ -84,11 +105,15 @@ int _run(const ParsedArguments& parsed, ResultOutput& output) {
     const Workplace place = findWorkplace(parsed.request, executableFolder());
     const bool isCapture = parsed.request.command == Request::Capture;
     // Before the working folder is another.
+    const std::string start = _workingFolder();
     const std::string folder =
         isCapture ? std::filesystem::absolute(parsed.request.subject).string() : std::string();
     enterWorkplace(place);
     if (parsed.request.command == Request::Serve) {
         return _serve(parsed.request, place, output);
+    }
+    if (parsed.request.command == Request::Watch) {
+        return _watch(parsed.request, place, start, output);
     }
     const CommandResult result = isCapture
                                      ? captureMachine(folder, parsed.request.isSanitized, _say)

@@ -60,3 +60,12 @@ TEST(ManPage, NamesTheFormatsStatusesAndVariables) {
         EXPECT_THAT(page, testing::HasSubstr(word));
     }
 }
+
+TEST(ManPage, NamesWhatACommandFindsOfAnAlert) {
+    const std::string page = _manPage();
+    for (const char* word : {"CLASS", "DESCRIPTION", "EVENT_ID", "PROVIDER", "SEVERITY",
+                             "SEVERITY_NAME", "SYSTEM", "SYSTEM_ID", "TIME"}) {
+        EXPECT_EQ(_matches(page, std::string("TAVQZ_ALERT_(") + word + ")[^A-Z_]").size(), 1U)
+            << word;
+    }
+}
