@@ -36,6 +36,16 @@ CIMObjectPath _inModel(const CIMObjectPath& path) {
     return result;
 }
 
+// As a provider delivered it, in the namespace that it was asked in where it does not say.
+CIMInstance _inModel(const CIMInstance& instance) {
+    if (!instance.getPath().getNameSpace().isNull()) {
+        return instance;
+    }
+    CIMInstance result = instance.clone();
+    result.setPath(_inModel(instance.getPath()));
+    return result;
+}
+
 [[noreturn]] void _failed(const ProviderEntry& entry, const std::string& what) {
     throw CIMException(CIM_ERR_FAILED, make_String("provider " + entry.name + ": " + what));
 }
@@ -103,7 +113,7 @@ void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPa
                                          const CIMPropertyList& properties,
                                          const TakeInstance& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        InstanceRelay relay(take);
+        InstanceRelay relay([&](const CIMInstance& instance) { take(_inModel(instance)); });
         provider.enumerateInstances(_context(caller), path, false, false, properties, relay);
         relay.check();
     });
@@ -112,7 +122,7 @@ void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPa
 void InProcessServer::enumerateInstanceNames(const Caller& caller, const CIMObjectPath& classPath,
                                              const TakePath& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        PathRelay relay(take);
+        PathRelay relay([&](const CIMObjectPath& found) { take(_inModel(found)); });
         provider.enumerateInstanceNames(_context(caller), path, relay);
         relay.check();
     });
@@ -124,7 +134,7 @@ CIMInstance InProcessServer::getInstance(const Caller& caller, const CIMObjectPa
         CIMInstance found;
         InstanceRelay relay([&](const CIMInstance& instance) {
             if (found.isUninitialized()) {
-                found = instance;
+                found = _inModel(instance);
             }
         });
         provider.getInstance(_context(caller), path, false, false, properties, relay);

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "Error.h"
+#include "MachinePaths.h"
 
 namespace QZ {
 
@@ -71,6 +72,10 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
     // itself does as well: "../lib" leads back to it.
     if (_isFolder(root / "lib")) {
         place.runFolder = (root / (_isFolder(root / "run") ? "run" : "lib")).string();
+    } else if (std::error_code error;
+               fs::exists(MachinePaths::simulatedServiceProcessors(place.root), error)) {
+        const fs::path simulated = prefix / "lib" / "simulated" / "lib";
+        place.runFolder = _isFolder(simulated) ? simulated.string() : binFolder;
     }
     return place;
 }

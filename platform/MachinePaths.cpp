@@ -89,12 +89,20 @@ std::string MachinePaths::scsiDisk(char disk) {
     return root() + "/dev/sd" + disk;
 }
 
+std::string MachinePaths::managementController() {
+    return root() + "/dev/ipmi0";
+}
+
+std::string MachinePaths::managementControllerReplies() {
+    return managementController() + ".replies";
+}
+
 std::string MachinePaths::xServerConfiguration() {
     return root() + "/etc/X11/XF86Config";
 }
 
-std::string MachinePaths::simulatedServiceProcessors() {
-    return root() + "/etc/tavqz/service-processor.txt";
+std::string MachinePaths::simulatedServiceProcessors(const std::string& below) {
+    return below + "/etc/tavqz/service-processor.txt";
 }
 
 std::string MachinePaths::dataDirectory() {

@@ -35,10 +35,15 @@ public:
     static std::string ideIdentify(char drive);
     static std::string scsiDisk(char disk);
 
+    // The management controller, and the file of its recorded replies on another machine.
+    static std::string managementController();
+    static std::string managementControllerReplies();
+
     static std::string xServerConfiguration();
 
-    // What the simulated service-processor library reads.
-    static std::string simulatedServiceProcessors();
+    // What the simulated service-processor library reads, on the machine or on the one whose files
+    // lie below another folder.
+    static std::string simulatedServiceProcessors(const std::string& below = root());
 
     // The folder of our data files, ending in "/": TAVQZ_DATA_DIR, else the system's. Never under
     // TAVQZ_HOST_ROOT.

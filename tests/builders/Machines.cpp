@@ -7,6 +7,7 @@
 #include "AssetText.h"
 #include "DeviceParts.h"
 #include "FirmwareParts.h"
+#include "ServiceProcessorText.h"
 #include "SmBiosBuilder.h"
 
 namespace {
@@ -45,6 +46,10 @@ void _writeXServer(const std::string& root, const std::string& configuration) {
     writeTestFile(root + "/etc/X11/XF86Config", configuration);
 }
 
+void _writeServiceProcessors(const std::string& root, const std::string& description) {
+    writeTestFile(root + "/etc/tavqz/service-processor.txt", description);
+}
+
 void _writeRackServer(const std::string& root) {
     SmBiosBuilder firmware(EntryPoint::Version3, 3, 5);
     addBios(firmware, "EX2U-2.14", "03/02/2025");
@@ -72,6 +77,7 @@ void _writeRackServer(const std::string& root) {
     writeTestFile(root + "/dev/sdc/" + standardInquiryFile,
                   standardInquiryReply("SAMPLE", "Card Reader"));
     writeScsiDisk(root, 'd', "SAMPLE", "Flash 2", "");
+    _writeServiceProcessors(root, wholeServiceProcessor());
 }
 
 void _writeOldServer(const std::string& root) {
@@ -133,6 +139,7 @@ void _writeDamagedFirmware(const std::string& root) {
                   "\tEndSection\n"
                   "Section \"Monitor\"\n"
                   "\tVendorName \"Example Displays\"\n");
+    _writeServiceProcessors(root, failingServiceProcessors());
 }
 
 void _writeHostileTexts(const std::string& root) {
@@ -161,6 +168,7 @@ void _writeHostileTexts(const std::string& root) {
     writeScsiDisk(root, 'c', "EXAMPLE", "EX300", std::string(251, '='));
     _writeXServer(root, "Section \"Monitor\"\nVendorName <b>\xFF\x1B[31m\nModelName " +
                             std::string(4000, '&') + "\nEndSection\n");
+    _writeServiceProcessors(root, hostileServiceProcessor());
 }
 
 void _writeBare(const std::string& root) {

@@ -179,7 +179,7 @@ TEST(AssetCommand, AnswersEveryClassOnEveryMachineInEveryFormat) {
 }
 
 TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHalfBound) {
-    const Machine missing;
+    const Machine missing("bare");
     const Machine present;
     present.addLibrary("libtav_shrdevice.so", PRESENT_LIBRARY);
     const Machine half;
@@ -195,6 +195,37 @@ TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHal
     EXPECT_THAT(missing.run({"report"}).err, HasSubstr("No service-processor library"));
     EXPECT_THAT(present.run({"report"}).err,
                 testing::Not(HasSubstr("No service-processor library")));
+}
+
+TEST(AssetCommand, AsksTheServiceProcessorThatAMachineDescribes) {
+    const Machine machine;
+    EXPECT_EQ(machine.properties("TAVIRA_VigilMachineLevelVPD")["SerialNumber"], "S100417");
+    EXPECT_EQ(machine.properties("TAVIRA_VigilSystemState")["PowerOnHours"], 14215);
+    const CommandRun timer =
+        machine.run({"get",
+                     "TAVIRA_VigilWatchdog.DeviceID=\"Watchdog2\",SystemCreationClassName="
+                     "\"TAVIRA_Computersystem\",SystemName=\"rack-server\",CreationClassName="
+                     "\"TAVIRA_VigilWatchdog\"",
+                     "--format", "json"});
+    EXPECT_EQ(timer.status, 0) << timer.err;
+    EXPECT_THAT(timer.out, HasSubstr("\"TimeoutInterval\": 60"));
+    EXPECT_THAT(machine.run({"report"}).err,
+                testing::Not(HasSubstr("No service-processor library")));
+    // A provider need not say in which namespace.
+    for (const char* command : {"names", "list"}) {
+        EXPECT_THAT(machine.run({command, "TAVIRA_VigilPostBiosVPD", "--format", "json"}).out,
+                    HasSubstr("\"root/tavqz:TAVIRA_VigilPostBiosVPD.DeviceType=24,"));
+    }
+}
+
+TEST(AssetCommand, TellsWhatIsWrongWithADescription) {
+    const Machine machine;
+    machine.folder().write("etc/tavqz/service-processor.txt", "type = 1\nspeed = 3\n");
+    const CommandRun run = machine.run({"list", "TAVIRA_VigilPresent", "--format", "json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(Json::parse(run.out).size(), 0U);
+    EXPECT_THAT(run.err,
+                HasSubstr("etc/tavqz/service-processor.txt: line 2: \"speed\" is no key\n"));
 }
 
 TEST(AssetCommand, LeavesAWholeRecordWhereverItIsKilled) {

@@ -60,6 +60,22 @@ TEST(Workplace, GoesToAMachineThatBringsLibraries) {
     EXPECT_EQ(_find(request).runFolder, machine.file("run"));
 }
 
+TEST(Workplace, GoesToTheSimulatedLibraryForAMachineThatDescribesAServiceProcessor) {
+    const TemporaryFolder product;
+    TemporaryFolder machine;
+    Request request;
+    request.root = machine.path();
+    machine.write("etc/tavqz/service-processor.txt", "");
+    EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder, product.file("bin"))
+        << "the library is not installed";
+    std::filesystem::create_directories(product.file("lib/simulated/lib"));
+    EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder,
+              product.file("lib/simulated/lib"));
+    std::filesystem::create_directory(machine.file("lib"));
+    EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder, machine.file("lib"))
+        << "its own libraries come first";
+}
+
 TEST(Workplace, RefusesARootThatIsNoFolder) {
     TemporaryFolder folder;
     Request request;
