@@ -8,6 +8,7 @@
 #include <tavqz/AccessHelpers.h>
 
 #include "AssetIDProvider.h"
+#include "FruProvider.h"
 #include "LogItem.h"
 
 extern "C" PEGASUS_EXPORT Pegasus::CIMProvider* PegasusCreateProvider(
@@ -17,6 +18,10 @@ extern "C" PEGASUS_EXPORT Pegasus::CIMProvider* PegasusCreateProvider(
     if (Pegasus::String::equalNoCase(providerName, "AssetIDProvider")) {
         QZ::logItem("AssetIDProviderMain", "about to load AssetIDProvider");
         return new QZ::AssetIDProvider;
+    }
+    if (Pegasus::String::equalNoCase(providerName, "FruProvider")) {
+        QZ::logItem("AssetIDProviderMain", "about to load FruProvider");
+        return new QZ::FruProvider;
     }
     return nullptr;
 }

@@ -75,4 +75,20 @@ std::string make_string(const Pegasus::String& text) {
     return result;
 }
 
+Pegasus::String ltrim(const Pegasus::String& text) {
+    Pegasus::Uint32 first = 0;
+    while (first < text.size() && text[first] == ' ') {
+        ++first;
+    }
+    return text.subString(first);
+}
+
+Pegasus::String rtrim(const Pegasus::String& text) {
+    Pegasus::Uint32 size = text.size();
+    while (size > 0 && text[size - 1] == ' ') {
+        --size;
+    }
+    return text.subString(0, size);
+}
+
 }  // namespace QZ

@@ -79,8 +79,23 @@ TEST_F(Module, MakesTheProviderUnderItsNameInAnyLetterCase) {
     }
 }
 
+TEST_F(Module, MakesTheFruProviderUnderItsNameInAnyLetterCase) {
+    for (const char* name : {"FruProvider", "fruprovider", "FRUPROVIDER"}) {
+        _log().clear();
+        Pegasus::CIMProvider* provider = create(name);
+        ASSERT_NE(provider, nullptr) << name;
+        EXPECT_EQ(_log(),
+                  (std::vector<std::string>{"log AssetIDProvider.log",
+                                            "AssetIDProviderMain: about to load FruProvider"}));
+        EXPECT_NE(dynamic_cast<Pegasus::CIMInstanceProvider*>(provider), nullptr);
+        EXPECT_EQ(dynamic_cast<Pegasus::CIMIndicationProvider*>(provider), nullptr);
+        provider->terminate();
+    }
+}
+
 TEST_F(Module, MakesNothingUnderOtherNames) {
-    for (const char* name : {"", "Asset", "AssetIDProvider2", "AssetIDProvide", "NoProvider"}) {
+    for (const char* name :
+         {"", "Asset", "AssetIDProvider2", "AssetIDProvide", "NoProvider", "Fru", "FruProvider2"}) {
         EXPECT_EQ(create(name), nullptr) << name;
     }
 }
@@ -94,8 +109,10 @@ TEST(ModuleLoading, MakesTheDataFolderForItsOwnerOnly) {
     namespace fs = std::filesystem;
     EXPECT_EQ(fs::status(machine.folder().file("var/lib/ours")).permissions(),
               fs::perms::owner_all);
-    const auto file = fs::status(machine.folder().file("var/lib/ours/asset.dat"));
-    EXPECT_EQ(file.permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    for (const char* const name : {"asset.dat", "fru.dat"}) {
+        const auto file = fs::status(machine.folder().file("var/lib/ours/") + name);
+        EXPECT_EQ(file.permissions(), fs::perms::owner_read | fs::perms::owner_write) << name;
+    }
 }
 
 TEST(ModuleLoading, DoesNotFailWhereTheDataFolderCannotBeMade) {
@@ -110,10 +127,12 @@ TEST(ModuleLoading, DoesNotFailWhereTheDataFolderCannotBeMade) {
 TEST(ModuleLoading, LeavesAnExistingFileAlone) {
     const TestMachine machine;
     machine.writeAssetFile("LEASE.Lessor=Acme\n");
+    machine.folder().write("data/fru.dat", "// ours\n");
     void* handle = dlopen(_modulePath.c_str(), RTLD_NOW | RTLD_GLOBAL);
     ASSERT_NE(handle, nullptr) << dlerror();
     dlclose(handle);
     EXPECT_EQ(machine.assetFile(), "LEASE.Lessor=Acme\n");
+    EXPECT_EQ(machine.folder().read("data/fru.dat"), "// ours\n");
 }
 
 }  // namespace

@@ -64,5 +64,15 @@ TEST(CimText, ReplacesALoneSurrogate) {
               "b\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
+TEST(CimText, TrimsBlanksAndNothingElse) {
+    EXPECT_EQ(make_string(ltrim("  a b  ")), "a b  ");
+    EXPECT_EQ(make_string(rtrim("  a b  ")), "  a b");
+    EXPECT_EQ(make_string(rtrim(ltrim(" \ta\n "))), "\ta\n");
+    for (const char* const blank : {"", " ", "   "}) {
+        EXPECT_EQ(make_string(ltrim(blank)), "");
+        EXPECT_EQ(make_string(rtrim(blank)), "");
+    }
+}
+
 }  // namespace
 }  // namespace QZ
