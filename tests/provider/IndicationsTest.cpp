@@ -168,6 +168,24 @@ TEST_F(IndicationsTest, TellOfAPastEndDateAfterFiveSecondsAndOnce) {
     EXPECT_EQ(1U, told.size());
 }
 
+TEST_F(IndicationsTest, TellNothingWithoutEndDates) {
+    provider->enableIndications(listener);
+    clock.advance(5000 + 2 * _hour, 1);
+    provider->disableIndications();
+    EXPECT_EQ(Told(), told);
+    EXPECT_FALSE(machine.folder().contains("data/assetidprv.evt"));
+}
+
+TEST_F(IndicationsTest, TellOnceThatADateWasMovedIntoTheFuture) {
+    setEndDays(today() - 1, 0);
+    provider->enableIndications(listener);
+    clock.advance(5000, 1);
+    setEndDays(today() + 300, 0);
+    clock.advance(3 * _hour, 1);
+    provider->disableIndications();
+    EXPECT_EQ((Told{"TAVIRA_LeaseExpirationEvent 4", "TAVIRA_LeaseExpirationEvent 2"}), told);
+}
+
 TEST_F(IndicationsTest, TellOfALaterDateWithTheNextHourlyCheck) {
     provider->enableIndications(listener);
     clock.advance(5000, 1);
@@ -198,6 +216,14 @@ TEST_F(IndicationsTest, CheckOnceWhereTheyEndBeforeTheFirstCheck) {
     provider->disableIndications();
     EXPECT_EQ(Told{"TAVIRA_LeaseExpirationEvent 4"}, told);
     EXPECT_EQ(1, listener.completeCalls);
+}
+
+TEST_F(IndicationsTest, CheckNothingWhereTheyEndBetweenTwoChecks) {
+    provider->enableIndications(listener);
+    clock.advance(5000, 1);
+    setEndDays(today() - 1, 0);
+    provider->disableIndications();
+    EXPECT_EQ(Told(), told);
 }
 
 TEST_F(IndicationsTest, PassAYearInATest) {

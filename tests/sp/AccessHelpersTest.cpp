@@ -24,6 +24,12 @@ TEST_F(SysTime, IsTheLocalTime) {
     EXPECT_STREQ(buffer, "31 Jan 27 23:04:05");
 }
 
+TEST_F(SysTime, WritesEachNumberWithTwoDigits) {
+    char buffer[64];
+    _clock.setSeconds(1804201447);  // 2027-03-04 23:04:07 UTC
+    EXPECT_STREQ(getSysTime(buffer, sizeof buffer), "05 Mar 27 01:04:07");
+}
+
 TEST_F(SysTime, FitsItsEighteenCharactersAndTheirNul) {
     char buffer[20] = {};
     buffer[19] = '#';
