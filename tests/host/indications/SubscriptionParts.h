@@ -13,15 +13,17 @@
 #include "Schema.h"
 
 // The model of the tests: alerts of a provider of ours, and what one subscribes with.
+inline QZ::Schema makeAlertSchema() {
+    QZ::Schema schema = QZ::Schema::load(TAVQZ_SOURCE_DIR "/schema");
+    const QZ::MofDocument document =
+        QZ::parseMofFile(TAVQZ_SOURCE_DIR "/tests/host/indications/schema/alerts.mof");
+    schema.classes.add(document);
+    schema.registration.add(document);
+    return schema;
+}
+
 inline const QZ::Schema& alertSchema() {
-    static const QZ::Schema SCHEMA = [] {
-        QZ::Schema schema = QZ::Schema::load(TAVQZ_SOURCE_DIR "/schema");
-        const QZ::MofDocument document =
-            QZ::parseMofFile(TAVQZ_SOURCE_DIR "/tests/host/indications/schema/alerts.mof");
-        schema.classes.add(document);
-        schema.registration.add(document);
-        return schema;
-    }();
+    static const QZ::Schema SCHEMA = makeAlertSchema();
     return SCHEMA;
 }
 

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Subscriptions.h"
+
+#include <Pegasus/Common/CIMPropertyList.h>
+#include <Pegasus/Common/Exception.h>
+
+#include "CimText.h"
+
+namespace QZ {
+
+using namespace Pegasus;
+
+Subscriptions::Subscriptions(InProcessServer& providers, const std::string& file, const Log& log)
+    : _store(providers.schema(), file, log),
+      _queues(sendAlert, log),
+      _router(
+          providers,
+          [this](const std::string& destination, DeliveryQueues::Alert alert) {
+              _queues.push(destination, std::move(alert));
+          },
+          log) {}
+
+bool Subscriptions::_isSubscription(const CIMObjectPath& path) {
+    return sameName(make_string(path.getClassName().getString()), SUBSCRIPTION_CLASS);
+}
+
+void Subscriptions::start() {
+    const std::lock_guard<std::mutex> lock(_changes);
+    _router.start(_store.allTerms());
+}
+
+CIMObjectPath Subscriptions::create(const CIMNamespaceName& nameSpace, const CIMInstance& given) {
+    const std::lock_guard<std::mutex> lock(_changes);
+    CIMObjectPath path = _store.create(nameSpace, given);
+    if (!_isSubscription(path)) {
+        return path;
+    }
+    try {
+        _router.connect(_store.terms(path));
+    } catch (...) {
+        _store.remove(path);
+        throw;
+    }
+    return path;
+}
+
+void Subscriptions::modify(const CIMObjectPath& path, const CIMInstance& given,
+                           const CIMPropertyList& properties) {
+    const std::lock_guard<std::mutex> lock(_changes);
+    if (!_isSubscription(path)) {
+        _store.modify(path, given, properties);
+        return;
+    }
+    const SubscriptionTerms before = _store.terms(path);
+    _store.modify(path, given, properties);
+    const SubscriptionTerms after = _store.terms(path);
+    if (before.isEnabled == after.isEnabled) {
+        return;
+    }
+    if (!after.isEnabled) {
+        _router.disconnect(before);
+        return;
+    }
+    try {
+        _router.connect(after);
+    } catch (...) {
+        _store.modify(path, before.subscription, CIMPropertyList());
+        throw;
+    }
+}
+
+void Subscriptions::remove(const CIMObjectPath& path) {
+    const std::lock_guard<std::mutex> lock(_changes);
+    if (_isSubscription(path)) {
+        const SubscriptionTerms terms = _store.terms(path);
+        _store.remove(path);
+        _router.disconnect(terms);
+        return;
+    }
+    const std::string identity = _store.identity(path);
+    _store.remove(path);
+    _queues.forget(identity);
+}
+
+}  // namespace QZ
