@@ -12,7 +12,9 @@
 #include "BasicCredentials.h"
 #include "Credentials.h"
 #include "HttpServer.h"
+#include "MachinePaths.h"
 #include "RequestHandler.h"
+#include "Subscriptions.h"
 
 namespace QZ {
 
@@ -20,6 +22,9 @@ namespace {
 
 // For requests that are being answered when the server is told to stop.
 constexpr std::chrono::seconds STOP_TIME{10};
+
+// In the data folder.
+constexpr const char* SUBSCRIPTIONS_FILE = "indications.mof";
 
 bool _isLoopback(const std::string& address) {
     return address.rfind("127.", 0) == 0 || address == "::1";
@@ -98,7 +103,10 @@ ExitStatus serve(const ServeRequest& request,
         request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
     const StopSignals signals;
     const std::unique_ptr<InProcessServer> providers = makeProviders();
-    RequestHandler handler(*providers, {});
+    Subscriptions subscriptions(*providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
+                                output.log);
+    subscriptions.start();
+    RequestHandler handler(*providers, {}, &subscriptions);
     HttpServer server(
         _options(request, password, output),
         [&handler](const HttpRequest& http, HttpReply& reply) { handler.handle(http, reply); });

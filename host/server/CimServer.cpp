@@ -57,8 +57,17 @@ bool _hasReplacedTogether(const ClassDeclaration& declared) {
 
 }  // namespace
 
-CimServer::CimServer(InProcessServer& providers, PullContexts::Limits limits)
-    : _providers(providers), _interop(providers.schema()), _contexts(limits) {}
+CimServer::CimServer(InProcessServer& providers, PullContexts::Limits limits,
+                     Subscriptions* subscriptions)
+    : _providers(providers),
+      _subscriptions(subscriptions),
+      _interop(providers.schema()),
+      _contexts(limits) {}
+
+// Whether the instances of that class are subscriptions, in any namespace.
+bool CimServer::_keeps(const CIMName& className) const {
+    return _subscriptions && Subscriptions::serves(_text(className));
+}
 
 const ClassDeclaration& CimServer::_declared(const Call& call, const CIMName& name,
                                              CIMStatusCode unknown) const {
@@ -78,7 +87,12 @@ CIMObjectPath CimServer::_path(const Call& call, const CIMObjectPath& given) con
 void CimServer::_visitInstances(const Call& call, const InProcessServer::TakeInstance& take) {
     const ClassDeclaration& top = _declared(call, call.request.className, CIM_ERR_INVALID_CLASS);
     for (const ClassDeclaration* declared : call.familyOf(top)) {
-        if (call.isInterop) {
+        if (_keeps(CIMName(make_String(declared->name)))) {
+            for (const CIMInstance& instance :
+                 _subscriptions->instances(call.request.nameSpace, declared->name)) {
+                take(instance);
+            }
+        } else if (call.isInterop) {
             for (const CIMInstance& instance : _interop.instances(declared->name)) {
                 take(instance);
             }
@@ -94,7 +108,12 @@ void CimServer::_visitInstances(const Call& call, const InProcessServer::TakeIns
 void CimServer::_visitPaths(const Call& call, const InProcessServer::TakePath& take) {
     const ClassDeclaration& top = _declared(call, call.request.className, CIM_ERR_INVALID_CLASS);
     for (const ClassDeclaration* declared : call.familyOf(top)) {
-        if (call.isInterop) {
+        if (_keeps(CIMName(make_String(declared->name)))) {
+            for (const CIMInstance& instance :
+                 _subscriptions->instances(call.request.nameSpace, declared->name)) {
+                take(instance.getPath());
+            }
+        } else if (call.isInterop) {
             for (const CIMInstance& instance : _interop.instances(declared->name)) {
                 take(instance.getPath());
             }
@@ -108,6 +127,9 @@ void CimServer::_visitPaths(const Call& call, const InProcessServer::TakePath& t
 }
 
 CIMInstance CimServer::_find(const Call& call, const CIMObjectPath& path) {
+    if (_keeps(path.getClassName())) {
+        return _subscriptions->get(path);
+    }
     if (!call.isInterop) {
         return _providers.getInstance(call.caller, path, call.request.propertyList);
     }
@@ -157,24 +179,39 @@ void CimServer::_getInstance(const Call& call) {
 }
 
 void CimServer::_modifyInstance(const Call& call) {
-    call.refuseInInterop();
     CIMInstance modified = call.request.instance;
+    if (_keeps(modified.getPath().getClassName())) {
+        _subscriptions->modify(_path(call, modified.getPath()), modified,
+                               call.request.propertyList);
+        return;
+    }
+    call.refuseInInterop();
     modified.setPath(_path(call, modified.getPath()));
     _providers.modifyInstance(call.caller, modified, call.request.includeQualifiers.value_or(true),
                               call.request.propertyList);
 }
 
 void CimServer::_createInstance(const Call& call) {
-    call.refuseInInterop();
     CIMInstance created = call.request.instance;
-    _declared(call, created.getClassName(), CIM_ERR_INVALID_CLASS);
-    created.setPath(CIMObjectPath(String(), call.request.nameSpace, created.getClassName()));
+    CIMObjectPath path;
+    if (_keeps(created.getClassName())) {
+        path = _subscriptions->create(call.request.nameSpace, created);
+    } else {
+        call.refuseInInterop();
+        _declared(call, created.getClassName(), CIM_ERR_INVALID_CLASS);
+        created.setPath(CIMObjectPath(String(), call.request.nameSpace, created.getClassName()));
+        path = _providers.createInstance(call.caller, created);
+    }
     std::string xml;
-    appendInstanceName(xml, _providers.createInstance(call.caller, created));
+    appendInstanceName(xml, path);
     call.writer.element(xml);
 }
 
 void CimServer::_deleteInstance(const Call& call) {
+    if (_keeps(call.request.instanceName.getClassName())) {
+        _subscriptions->remove(_path(call, call.request.instanceName));
+        return;
+    }
     call.refuseInInterop();
     _providers.deleteInstance(call.caller, _path(call, call.request.instanceName));
 }
@@ -198,8 +235,11 @@ void CimServer::_getProperty(const Call& call) {
 }
 
 void CimServer::_setProperty(const Call& call) {
-    call.refuseInInterop();
     const CIMObjectPath path = _path(call, call.request.instanceName);
+    const bool isKept = _keeps(path.getClassName());
+    if (!isKept) {
+        call.refuseInInterop();
+    }
     const ClassDeclaration& declared = _declared(call, path.getClassName(), CIM_ERR_INVALID_CLASS);
     const PropertyDeclaration* const property = declared.find(call.request.propertyName);
     if (!property) {
@@ -216,6 +256,11 @@ void CimServer::_setProperty(const Call& call) {
         throw CIMException(CIM_ERR_TYPE_MISMATCH, make_String(error.what()));
     }
     CIMInstance current(path.getClassName());
+    if (isKept) {
+        current.addProperty(CIMProperty(CIMName(make_String(property->name)), assignment.value));
+        _subscriptions->modify(path, current, CIMPropertyList());
+        return;
+    }
     if (_hasReplacedTogether(declared)) {
         // Else those that go with it would be emptied.
         current = _providers.getInstance(call.caller, path, CIMPropertyList());

@@ -7,6 +7,7 @@
 #include "InProcessServer.h"
 #include "InteropInstances.h"
 #include "PullContexts.h"
+#include "Subscriptions.h"
 
 namespace QZ {
 
@@ -15,7 +16,9 @@ namespace QZ {
 // itself in its interop namespace. Any thread may call.
 class CimServer {
 public:
-    CimServer(InProcessServer& providers, PullContexts::Limits limits);
+    // What is handed over must outlive this object; without subscriptions nobody can subscribe.
+    CimServer(InProcessServer& providers, PullContexts::Limits limits,
+              Subscriptions* subscriptions = nullptr);
 
     // Carries the call out and writes what it returns. Throws CIMException for what is refused, and
     // what the writer throws; something may have been written by then.
@@ -47,6 +50,7 @@ private:
 
     void _visitInstances(const Call& call, const InProcessServer::TakeInstance& take);
     void _visitPaths(const Call& call, const InProcessServer::TakePath& take);
+    bool _keeps(const Pegasus::CIMName& className) const;
     Pegasus::CIMInstance _find(const Call& call, const Pegasus::CIMObjectPath& path);
     Pegasus::CIMObjectPath _path(const Call& call, const Pegasus::CIMObjectPath& given) const;
     const ClassDeclaration& _declared(const Call& call, const Pegasus::CIMName& name,
@@ -54,6 +58,7 @@ private:
     void _writePulled(const Call& call, const PullContexts::Pulled& pulled);
 
     InProcessServer& _providers;
+    Subscriptions* const _subscriptions;
     InteropInstances _interop;
     PullContexts _contexts;
 };

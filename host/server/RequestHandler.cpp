@@ -70,8 +70,9 @@ private:
 
 }  // namespace
 
-RequestHandler::RequestHandler(InProcessServer& providers, Limits limits)
-    : _limits(limits), _server(providers, limits.pulls) {}
+RequestHandler::RequestHandler(InProcessServer& providers, Limits limits,
+                               Subscriptions* subscriptions)
+    : _limits(limits), _server(providers, limits.pulls, subscriptions) {}
 
 void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
     HttpMapping mapping(http);

@@ -19,8 +19,9 @@ public:
         std::chrono::seconds answer{60};  // what a late answer says that it took
     };
 
-    // The providers must outlive this object.
-    RequestHandler(InProcessServer& providers, Limits limits);
+    // What is handed over must outlive this object; without subscriptions nobody can subscribe.
+    RequestHandler(InProcessServer& providers, Limits limits,
+                   Subscriptions* subscriptions = nullptr);
 
     // Throws Disconnected where the client does not take its answer; nothing else.
     void handle(const HttpRequest& request, HttpReply& reply);
