@@ -19,24 +19,24 @@ namespace {
 
 constexpr unsigned LongestSleepMilliseconds = 20;
 
-// 0 or the errno of the failure; ETIMEDOUT when another has held the lock all the time.
-int waitForLock(int descriptor, int operation) {
+}  // namespace
+
+int lockFile(const Descriptor& file, FileLock::Kind kind, unsigned milliseconds) {
+    const int operation = kind == FileLock::Exclusive ? LOCK_EX : LOCK_SH;
     unsigned waited = 0;
     for (unsigned sleep = 1;; sleep = std::min(2 * sleep, LongestSleepMilliseconds)) {
-        if (::flock(descriptor, operation | LOCK_NB) == 0)
+        if (::flock(file.get(), operation | LOCK_NB) == 0)
             return 0;
         if (errno == EINTR)
             continue;
         if (errno != EWOULDBLOCK)
             return errno;
-        if (waited >= FileLock::LongestWaitMilliseconds)
+        if (waited >= milliseconds)
             return ETIMEDOUT;
         Clock::current().sleepMilliseconds(sleep);
         waited += sleep;
     }
 }
-
-}  // namespace
 
 FileLock::FileLock(const std::string& path, Kind kind) {
     const std::string name = path + ".lock";
@@ -44,8 +44,7 @@ FileLock::FileLock(const std::string& path, Kind kind) {
     const int access = kind == Exclusive ? O_RDWR : O_RDONLY;
     const int flags = access | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY;
     Descriptor file(::open(name.c_str(), flags, S_IRUSR | S_IWUSR));
-    const int error =
-        file.isOpen() ? waitForLock(file.get(), kind == Exclusive ? LOCK_EX : LOCK_SH) : errno;
+    const int error = file.isOpen() ? lockFile(file, kind, LongestWaitMilliseconds) : errno;
     if (error == 0)
         _file = std::move(file);
     else if (error == ETIMEDOUT)

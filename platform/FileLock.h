@@ -29,4 +29,8 @@ private:
     Descriptor _file;
 };
 
+// Locks a file that is held open, for as long as it is, waiting so many milliseconds in sleeps of
+// Clock's. 0 or the errno of the failure; ETIMEDOUT when another has held the lock all the time.
+int lockFile(const Descriptor& file, FileLock::Kind kind, unsigned milliseconds);
+
 }  // namespace QZ

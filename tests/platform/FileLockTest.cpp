@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "FileLock.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "ChildProcess.h"
@@ -49,6 +51,20 @@ TEST(FileLock, ExcludesAllOthersForTenSeconds) {
         EXPECT_TRUE(timesOut(path, FileLock::Exclusive));
     }
     EXPECT_FALSE(timesOut(path, FileLock::Exclusive));
+}
+
+TEST(FileLock, IsWaitedForAsLongAsTheCallerSays) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("device", "");
+    const auto open = [&path] { return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC)); };
+    const Descriptor first = open();
+    const Descriptor second = open();
+    const ManualClock clock;
+    EXPECT_EQ(lockFile(first, FileLock::Exclusive, 0), 0);
+    EXPECT_EQ(lockFile(second, FileLock::Exclusive, 300), ETIMEDOUT);
+    EXPECT_GE(clock.sleptMilliseconds(), 300);
+    EXPECT_LT(clock.sleptMilliseconds(), 330);
+    EXPECT_EQ(lockFile(Descriptor(), FileLock::Exclusive, 300), EBADF);
 }
 
 TEST(FileLock, SaysWhoseLockIsNotHad) {

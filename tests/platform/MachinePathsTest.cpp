@@ -35,6 +35,8 @@ TEST(MachinePaths, LeadIntoThisMachine) {
     EXPECT_EQ("/proc/cpuinfo", MachinePaths::cpuInfo());
     EXPECT_EQ("/proc/ide/hdc/identify", MachinePaths::ideIdentify('c'));
     EXPECT_EQ("/dev/sdz", MachinePaths::scsiDisk('z'));
+    EXPECT_EQ("/dev/ipmi0", MachinePaths::managementController());
+    EXPECT_EQ("/dev/ipmi0.replies", MachinePaths::managementControllerReplies());
     EXPECT_EQ("/etc/X11/XF86Config", MachinePaths::xServerConfiguration());
     EXPECT_EQ("/etc/tavqz/service-processor.txt", MachinePaths::simulatedServiceProcessors());
 }
