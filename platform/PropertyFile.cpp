@@ -15,6 +15,7 @@
 #include "File.h"
 #include "FileContent.h"
 #include "FileReplacement.h"
+#include "Mutex.h"
 #include "Text.h"
 
 namespace QZ {
@@ -76,10 +77,41 @@ bool isSound(const FileContent& content) {
            (content.state == FileContent::Read && content.text.find('\0') == std::string::npos);
 }
 
+// The file that was read last, as long as nobody writes to it: a record that is asked for again and
+// again is on disk each time, but need not be read. A file that was written in this very moment is
+// not kept, for its times would not tell a second change.
+class LastFile {
+public:
+    FileContent read(const std::string& path) {
+        const MutexLock lock(_mutex);
+        if (path == _path && isStillThere(path, _content))
+            return _content;
+        FileContent content = readWholeFile(path, PropertyFile::MaximumSize);
+        _path = isSettled(content) ? path : std::string();
+        _content = _path.empty() ? FileContent() : content;
+        return content;
+    }
+
+private:
+    static bool isSettled(const FileContent& content) {
+        const std::int64_t age = Clock::current().seconds() - content.status.st_ctim.tv_sec;
+        return content.state == FileContent::Read && content.text.size() <= 65536 && age > 1;
+    }
+
+    Mutex _mutex;
+    std::string _path;
+    FileContent _content;
+};
+
+FileContent readFile(const std::string& path) {
+    static LastFile last;
+    return last.read(path);
+}
+
 // What stands on disk, which may be damaged; throws where that cannot be told, for then it must not
 // be overwritten.
 FileContent readToReplace(const std::string& path) {
-    FileContent content = readWholeFile(path, PropertyFile::MaximumSize);
+    FileContent content = readFile(path);
     if (content.state == FileContent::Unreadable)
         throwSystemError("Cannot read", path, content.error);
     return content;
@@ -97,7 +129,7 @@ void PropertyFile::open(int mode) {
     _lock.emplace(_path, isWriter ? FileLock::Exclusive : FileLock::Shared);
     FileContent content;
     try {
-        content = isWriter ? readToReplace(_path) : readWholeFile(_path, MaximumSize);
+        content = isWriter ? readToReplace(_path) : readFile(_path);
     } catch (...) {
         _abandon();
         throw;

@@ -210,6 +210,16 @@ TEST_F(PropertyFileTest, GivesUpTheLockWhenASaveFails) {
     EXPECT_EQ("LEASE.Term=48\n", content());
 }
 
+TEST_F(PropertyFileTest, SeesWhatAnEditorWroteSinceTheLastTime) {
+    const ManualClock later;  // the file is old enough to be remembered
+    write("LEASE.Term=36\n");
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    write("LEASE.Term=4711\n");
+    EXPECT_EQ(L"4711", get(L"LEASE.Term"));
+    std::filesystem::remove(folder.file("asset.dat"));
+    EXPECT_EQ(L"", get(L"LEASE.Term"));
+}
+
 TEST_F(PropertyFileTest, ExcludesReadersAndWritersWhileOpenToWrite) {
     PropertyFile file(wide());
     file.open(3);
