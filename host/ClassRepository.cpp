@@ -70,21 +70,19 @@ void ClassRepository::add(const MofDocument& document) {
         _qualifiers.push_back(builder.makeQualifier(declared));
     }
     for (const MofClass& declared : document.classes) {
-        _classes.push_back(std::make_unique<const ClassDeclaration>(builder.makeClass(declared)));
+        add(builder.makeClass(declared));
     }
 }
 
 void ClassRepository::add(ClassDeclaration declared) {
+    _superclasses.insert(declared.superclass);
     _classes.push_back(std::make_unique<const ClassDeclaration>(std::move(declared)));
+    _index.emplace(_classes.back()->name, _classes.back().get());
 }
 
 const ClassDeclaration* ClassRepository::find(const std::string& name) const {
-    for (const auto& declared : _classes) {
-        if (sameName(declared->name, name)) {
-            return declared.get();
-        }
-    }
-    return nullptr;
+    const auto found = _index.find(name);
+    return found == _index.end() ? nullptr : found->second;
 }
 
 const QualifierDeclaration* ClassRepository::findQualifier(const std::string& name) const {
@@ -99,6 +97,9 @@ const QualifierDeclaration* ClassRepository::findQualifier(const std::string& na
 std::vector<const ClassDeclaration*> ClassRepository::subclasses(const std::string& name,
                                                                  bool isDeep) const {
     std::vector<const ClassDeclaration*> result;
+    if (_superclasses.count(name) == 0) {
+        return result;
+    }
     for (const auto& declared : _classes) {
         if (isDeep ? !sameName(declared->name, name) && isKindOf(*declared, name)
                    : sameName(declared->superclass, name)) {

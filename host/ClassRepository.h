@@ -7,7 +7,9 @@
 #include <Pegasus/Common/CIMValue.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -105,6 +107,8 @@ public:
 private:
     std::vector<QualifierDeclaration> _qualifiers;
     std::vector<std::unique_ptr<const ClassDeclaration>> _classes;
+    std::map<std::string, const ClassDeclaration*, NameLess> _index;
+    std::set<std::string, NameLess> _superclasses;
 };
 
 }  // namespace QZ

@@ -7,7 +7,11 @@
 namespace QZ {
 
 bool sameName(const std::string& left, const std::string& right) {
-    return strcasecmp(left.c_str(), right.c_str()) == 0;
+    return left.size() == right.size() && strcasecmp(left.c_str(), right.c_str()) == 0;
+}
+
+bool NameLess::operator()(const std::string& left, const std::string& right) const {
+    return strcasecmp(left.c_str(), right.c_str()) < 0;
 }
 
 const MofLiteral* MofInstance::find(const char* property) const {

@@ -112,4 +112,9 @@ bool mofType(const std::string& name, Pegasus::CIMType& type);
 // Whether two names differ by no more than the case of ASCII letters.
 bool sameName(const std::string& left, const std::string& right);
 
+// Orders names in the same way.
+struct NameLess {
+    bool operator()(const std::string& left, const std::string& right) const;
+};
+
 }  // namespace QZ

@@ -67,6 +67,7 @@ private:
 
     void _startThread();
     void _run();
+    void _awaitMore();
 
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> _work{
         io.get_executor()};
@@ -76,6 +77,7 @@ private:
     mutable std::condition_variable _threadEnded;
     std::vector<Call> _calls;
     bool _wasCalled = false;
+    std::atomic<bool> _isAwake{false};
     std::size_t _threads = 0;
     std::size_t _lost = 0;
 };

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <random>
 
 #include "MofSyntax.h"
 
@@ -63,6 +64,10 @@ public:
         if (!_parser) {
             throw std::bad_alloc();
         }
+        // One secret for the process against crafted names, where expat would ask for one each
+        // time.
+        static const unsigned long SALT = std::random_device()() | 1UL;
+        XML_SetHashSalt(_parser.get(), SALT);
         XML_SetUserData(_parser.get(), this);
         XML_SetElementHandler(_parser.get(), &_onStart, &_onEnd);
         XML_SetCharacterDataHandler(_parser.get(), &_onText);
