@@ -77,6 +77,7 @@ private:
 };
 
 std::atomic<IpmiTransport*> _replacement{nullptr};
+std::atomic<unsigned> _generation{0};
 
 }  // namespace
 
@@ -86,11 +87,18 @@ IpmiTransport& IpmiTransport::current() {
     return replacement != nullptr ? *replacement : machine;
 }
 
+unsigned IpmiTransport::generation() {
+    return _generation.load();
+}
+
 IpmiTransportReplacement::IpmiTransportReplacement(IpmiTransport& transport)
-    : _previous(_replacement.exchange(&transport)) {}
+    : _previous(_replacement.exchange(&transport)) {
+    ++_generation;
+}
 
 IpmiTransportReplacement::~IpmiTransportReplacement() {
     _replacement.store(_previous);
+    ++_generation;
 }
 
 }  // namespace QZ

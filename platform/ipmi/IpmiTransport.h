@@ -37,6 +37,9 @@ public:
     // The machine's controller, unless an IpmiTransportReplacement is alive; on another machine
     // (MachinePaths::isOtherMachine) what was recorded of its controller, see IpmiReplies.
     static IpmiTransport& current();
+
+    // Another number whenever the current transport has become another one.
+    static unsigned generation();
 };
 
 // Puts another transport in the machine's place for as long as it lives. The transport stays the

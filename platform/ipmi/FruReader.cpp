@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <optional>
+
+#include "BmcReaders.h"
+#include "IpmiBytes.h"
+
+namespace QZ {
+
+namespace {
+
+constexpr unsigned char GetAreaInfo = 0x10;
+constexpr unsigned char ReadData = 0x11;
+
+constexpr std::size_t HeaderLength = 8;
+constexpr std::size_t Unit = 8;
+constexpr unsigned SmallestRead = 8;
+
+class Reading {
+public:
+    Reading(IpmiSession& session, BmcReadSize& size, const FruLocator& unit)
+        : _session(session), _size(size), _unit(unit) {}
+
+    FruBytes read() {
+        const std::optional<std::string> info = _session.askForData(
+            _request(GetAreaInfo, std::string(1, static_cast<char>(_unit.fruId))));
+        if (!info || info->size() < 2)
+            return {};
+        _total = wordAt(*info, 0);
+        _isInWords = (byteAt(*info, 2) & 1U) != 0;
+        _result.isPresent = true;
+        _result.isComplete = _readAreas();
+        return std::move(_result);
+    }
+
+private:
+    IpmiRequest _request(unsigned char command, const std::string& data) const {
+        IpmiRequest request;
+        request.function = IpmiFunction::Storage;
+        request.command = command;
+        request.data = data;
+        request.address = _unit.address;
+        request.channel = _unit.channel;
+        request.lun = _unit.lun;
+        return request;
+    }
+
+    // Header, and of each area that it names first the length and then the whole. What a read
+    // brought along is not read again.
+    bool _readAreas() {
+        if (!_fill(0, HeaderLength))
+            return false;
+        const bool isErased = _result.bytes.find_first_not_of('\xFF') == std::string::npos;
+        if (isErased || _result.bytes.size() < HeaderLength)
+            return true;
+        std::string places = _result.bytes.substr(2, 3);
+        std::sort(places.begin(), places.end(), [](char one, char other) {
+            return static_cast<unsigned char>(one) < static_cast<unsigned char>(other);
+        });
+        bool isComplete = true;
+        for (const char place : places) {
+            const std::size_t start = static_cast<unsigned char>(place) * Unit;
+            // One that is not there is the decoder's to note.
+            if (start == 0 || start + 2 > _total)
+                continue;
+            isComplete = isComplete && _fill(start, start + 2);
+            const std::size_t length = byteAt(_result.bytes, start + 1) * Unit;
+            isComplete = isComplete && _fill(start, std::min(start + length, _total));
+        }
+        return isComplete;
+    }
+
+    // Reads from start to end what was not read before; the data grow by it, erased in between.
+    bool _fill(std::size_t start, std::size_t end) {
+        end = std::min(end, _total);
+        // Areas are read in their order: all behind this one's start that is there was read.
+        std::size_t at = std::max(start, _result.bytes.size());
+        while (at < end) {
+            const std::size_t count = std::min<std::size_t>(_size.bytes(), _total - at);
+            const std::optional<IpmiReply> reply = _ask(at, count);
+            if (!reply)
+                return false;
+            const std::string bytes = _bytesOf(*reply);
+            if (bytes.empty()) {
+                if (!_size.shrinkFor(*reply))
+                    return false;
+                continue;
+            }
+            _result.bytes.resize(std::max(_result.bytes.size(), at), '\xFF');
+            _result.bytes.replace(at, bytes.size(), bytes);
+            at += bytes.size();
+        }
+        return true;
+    }
+
+    std::optional<IpmiReply> _ask(std::size_t offset, std::size_t count) {
+        if (_isInWords) {
+            offset /= 2;
+            count = (count + 1) / 2;
+        }
+        const std::string data = {static_cast<char>(_unit.fruId), static_cast<char>(offset & 0xFFU),
+                                  static_cast<char>(offset >> 8U), static_cast<char>(count)};
+        return _session.ask(_request(ReadData, data));
+    }
+
+    // Without the count in front, which a controller may have got wrong.
+    std::string _bytesOf(const IpmiReply& reply) const {
+        if (reply.completion != IpmiNormal || reply.data.empty())
+            return {};
+        return reply.data.substr(1, byteAt(reply.data, 0) * (_isInWords ? 2U : 1U));
+    }
+
+    IpmiSession& _session;
+    BmcReadSize& _size;
+    const FruLocator& _unit;
+    std::size_t _total = 0;
+    bool _isInWords = false;
+    FruBytes _result;
+};
+
+}  // namespace
+
+bool BmcReadSize::shrinkFor(const IpmiReply& refusal) {
+    switch (refusal.completion) {
+        case IpmiLengthInvalid:
+        case IpmiLengthExceeded:
+        case IpmiCannotReturnLength:
+        case IpmiUnspecified:
+            break;
+        default:
+            return false;
+    }
+    if (_bytes <= SmallestRead)
+        return false;
+    _bytes /= 2;
+    return true;
+}
+
+FruBytes readFru(IpmiSession& session, BmcReadSize& size, const FruLocator& unit) {
+    return Reading(session, size, unit).read();
+}
+
+}  // namespace QZ

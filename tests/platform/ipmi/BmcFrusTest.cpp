@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include "Bmc.h"
+#include "FruBuilder.h"
+#include "ManualClock.h"
+#include "SdrBuilder.h"
+#include "TestBmc.h"
+
+namespace QZ {
+namespace {
+
+constexpr const char* _deviceIdWithFru = "00 20 01 02 45 02 8f 00 00 00 34 12";
+
+std::string _fru(const std::string& name) {
+    return FruBuilder().product(FruAreaBuilder::product(25).text("Maker").text(name)).build(256);
+}
+
+class ABmcsFrus : public testing::Test {
+protected:
+    ABmcsFrus() { simulated.reply("06 01", _deviceIdWithFru); }
+
+    std::vector<std::string> names() {
+        std::vector<std::string> found;
+        for (const BmcFru& fru : bmc.getFrus()) {
+            found.push_back(fru.locator.name + "/" +
+                            (fru.inventory.product ? fru.inventory.product->name.text : ""));
+        }
+        return found;
+    }
+
+    using Names = std::vector<std::string>;
+
+    ManualClock clock;
+    TestBmc simulated;
+    Bmc bmc;
+};
+
+TEST_F(ABmcsFrus, AreItsOwnAndThoseOfTheRecords) {
+    simulated.fru(0, _fru("own"))
+        .fru(1, _fru("first"))
+        .fru(7, _fru("second"))
+        .records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU 1")),
+                  fruLocatorRecord(fruLocator(2, 7, 15, "Backplane"))});
+    EXPECT_EQ(names(), (Names{"/own", "PSU 1/first", "Backplane/second"}));
+    EXPECT_EQ(bmc.getFrus()[2].locator.entity.id, 15);
+    EXPECT_TRUE(bmc.getFrus()[0].isComplete);
+}
+
+TEST_F(ABmcsFrus, AreThereOnceEach) {
+    simulated.fru(0, _fru("own"))
+        .fru(1, _fru("first"))
+        .records({fruLocatorRecord(fruLocator(1, 0, 7, "Board")),
+                  fruLocatorRecord(fruLocator(2, 1, 10, "PSU 1")),
+                  fruLocatorRecord(fruLocator(3, 1, 10, "PSU again"))});
+    EXPECT_EQ(names(), (Names{"Board/own", "PSU 1/first"}));
+}
+
+TEST_F(ABmcsFrus, AreNamedByTheControllersRecordWhereNoOtherDoes) {
+    ControllerLocator controller;
+    controller.recordId = 1;
+    controller.address = BmcAddress;
+    controller.hasFruData = true;
+    controller.entity = {46, 1};
+    controller.name = "BMC";
+    simulated.fru(0, _fru("own")).records({controllerLocatorRecord(controller)});
+    EXPECT_EQ(names(), (Names{"BMC/own"}));
+    EXPECT_EQ(bmc.getFrus()[0].locator.entity.id, 46);
+}
+
+TEST_F(ABmcsFrus, MayBeBehindOtherControllers) {
+    ControllerLocator controller;
+    controller.recordId = 1;
+    controller.address = 0x2C;
+    controller.channel = 6;
+    controller.hasFruData = true;
+    controller.name = "Node";
+    FruLocator unit = fruLocator(2, 3, 10, "Its PSU");
+    unit.address = 0x2C;
+    unit.channel = 6;
+    simulated.fru(0, _fru("own"))
+        .fru(0, _fru("node"), 0x2C)
+        .fru(3, _fru("psu"), 0x2C)
+        .records({controllerLocatorRecord(controller), fruLocatorRecord(unit)});
+    EXPECT_EQ(names(), (Names{"/own", "Its PSU/psu", "Node/node"}));
+    EXPECT_GE(simulated.countAsked("2c.06.00 0a 11 03"), 1U);
+}
+
+TEST_F(ABmcsFrus, AreNotThoseThatNoCommandReaches) {
+    FruLocator memory = fruLocator(1, 0xA0, 32, "DIMM");
+    memory.isLogical = false;
+    simulated.fru(0, _fru("own")).fru(0xA0, _fru("memory")).records({fruLocatorRecord(memory)});
+    EXPECT_EQ(names(), (Names{"/own"}));
+}
+
+TEST_F(ABmcsFrus, LackThoseWithoutData) {
+    simulated.fru(2, _fru("second"))
+        .records({fruLocatorRecord(fruLocator(1, 1, 10, "Absent")),
+                  fruLocatorRecord(fruLocator(2, 2, 10, "Present"))});
+    EXPECT_EQ(names(), (Names{"Present/second"}));
+}
+
+TEST_F(ABmcsFrus, AreNotAskedOfAControllerThatHasNone) {
+    simulated.reply("06 01", "00 20 01 02 45 02 07 00 00 00 34 12").fru(0, _fru("own"));
+    EXPECT_EQ(names(), Names{});
+}
+
+TEST_F(ABmcsFrus, AreReadInSmallerPiecesWhereLargerOnesAreRefused) {
+    for (const unsigned char refusal :
+         {IpmiLengthInvalid, IpmiLengthExceeded, IpmiCannotReturnLength, IpmiUnspecified}) {
+        for (const unsigned longest : {255U, 31U, 16U, 8U, 7U}) {
+            TestBmc small;
+            Bmc fresh;
+            small.reply("06 01", _deviceIdWithFru).fru(0, namedFru().build(256));
+            small.allowReads(longest, refusal);
+            const std::vector<BmcFru> frus = fresh.getFrus();
+            ASSERT_EQ(frus.size(), 1U);
+            EXPECT_EQ(frus[0].isComplete, longest >= 8);
+            if (longest >= 8) {
+                EXPECT_EQ(frus[0].inventory.state, FruInventory::State::Ok);
+                EXPECT_EQ(frus[0].inventory.product->fileId.text, "product file");
+            }
+        }
+    }
+}
+
+TEST_F(ABmcsFrus, RememberWhichPiecesTheControllerTakes) {
+    simulated.fru(0, _fru("own"));
+    simulated.allowReads(16);
+    names();
+    simulated.forgetAsked();
+    clock.sleepMilliseconds(2000);
+    EXPECT_EQ(names(), (Names{"/own"}));
+    EXPECT_EQ(simulated.countAsked("0a 11 00 00 00 20"), 0U);
+    EXPECT_EQ(simulated.countAsked("0a 11 00 00 00 10"), 1U);
+}
+
+TEST_F(ABmcsFrus, AreReadByTheirAreasOnly) {
+    const std::string rest(512, 'Z');
+    simulated.fru(0, FruBuilder()
+                         .internalUse(rest)
+                         .product(FruAreaBuilder::product(25).text("Maker").text("own"))
+                         .multiRecord(rest)
+                         .build());
+    EXPECT_EQ(names(), (Names{"/own"}));
+    EXPECT_EQ(simulated.countAsked("0a 11"), 2U) << "the header, and the area";
+}
+
+TEST_F(ABmcsFrus, MayCountInWords) {
+    const std::string bytes = _fru("own");
+    simulated.fru(0, bytes).reply("0a 10 00", "00 00 01 01");
+    simulated.trouble([&bytes](const IpmiRequest& request, IpmiReply& reply) {
+        if (request.command != 0x11 || request.data.size() != 4)
+            return false;
+        const std::string part = bytes.substr(static_cast<unsigned char>(request.data[1]) * 2U,
+                                              static_cast<unsigned char>(request.data[3]) * 2U);
+        reply = {IpmiNormal, static_cast<char>(part.size() / 2) + part};
+        return true;
+    });
+    EXPECT_EQ(names(), (Names{"/own"}));
+}
+
+TEST_F(ABmcsFrus, ShowWhatCameBeforeAReadFailed) {
+    simulated.fru(0, namedFru().build(256));
+    simulated.trouble([](const IpmiRequest& request, IpmiReply& reply) {
+        reply = {0xC9, {}};
+        return request.command == 0x11 && static_cast<unsigned char>(request.data[1]) >= 64;
+    });
+    const std::vector<BmcFru> frus = bmc.getFrus();
+    ASSERT_EQ(frus.size(), 1U);
+    EXPECT_FALSE(frus[0].isComplete);
+    EXPECT_EQ(frus[0].inventory.state, FruInventory::State::Damaged);
+    EXPECT_EQ(frus[0].inventory.board->manufacturer.text, "board manufacturer");
+}
+
+TEST_F(ABmcsFrus, MayBeEmptyOrNonsense) {
+    simulated.fru(0, std::string(64, '\xFF'))
+        .fru(1, "")
+        .fru(2, std::string(300, 'x'))
+        .records({fruLocatorRecord(fruLocator(1, 1, 10, "None")),
+                  fruLocatorRecord(fruLocator(2, 2, 10, "Nonsense"))});
+    const std::vector<BmcFru> frus = bmc.getFrus();
+    ASSERT_EQ(frus.size(), 3U);
+    EXPECT_EQ(frus[0].inventory.state, FruInventory::State::Empty);
+    EXPECT_EQ(frus[1].inventory.state, FruInventory::State::Empty);
+    EXPECT_EQ(frus[2].inventory.state, FruInventory::State::Failed);
+}
+
+TEST_F(ABmcsFrus, AreThoseReadBeforeTheControllerHung) {
+    simulated.fru(0, _fru("own")).fru(1, _fru("first"));
+    simulated.records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU 1"))});
+    simulated.reply("0a 11 01 00 00 20", "none");
+    const std::int64_t before = clock.sleptMilliseconds();
+    EXPECT_EQ(names(), (Names{"/own", "PSU 1/"}));
+    EXPECT_EQ(clock.sleptMilliseconds() - before, 5000);
+}
+
+}  // namespace
+}  // namespace QZ
