@@ -9,7 +9,8 @@
 namespace QZ {
 
 // One field-replaceable unit of the machine's IPMI inventory. A value; a text that the unit does
-// not tell is empty.
+// not tell is empty. Texts are as the unit has them, blanks included, but for fields of nothing
+// else.
 class IpmiFru {
 public:
     struct Values {
@@ -23,12 +24,17 @@ public:
 
     explicit IpmiFru(Values values) : _values(std::move(values)) {}
 
-    // The part number under which the unit is replaced.
+    // The part number under which the unit is replaced: its board's, else its product's, else its
+    // chassis's. A system's product number is no number of its board.
     const std::string& getNumber() const { return _values.number; }
-    // The model number.
+    // The model: the product's part or model number, else the board's part number, else the
+    // chassis's.
     const std::string& getIdentifyingNumber() const { return _values.identifyingNumber; }
+    // The product's manufacturer and name, else the board's.
     const std::string& getVendor() const { return _values.vendor; }
     const std::string& getName() const { return _values.name; }
+    // What the controller calls the unit; its name where it calls it nothing, and the other way
+    // round.
     const std::string& getDescription() const { return _values.description; }
     int getEntityId() const { return _values.entityId; }
 
@@ -36,7 +42,9 @@ private:
     Values _values;
 };
 
-// The machine's units. Empty where its inventory cannot be read. Any thread may call it.
+// The machine's units, in the order of Bmc::getFrus. Of one whose data are damaged, what could be
+// read; one that says nothing is left out. Empty where there is no controller or it does not
+// answer, which takes five seconds at most. Any thread may call it.
 std::vector<IpmiFru> GetIpmiFruInstances();
 
 }  // namespace QZ
