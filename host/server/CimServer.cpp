@@ -131,6 +131,12 @@ CIMInstance CimServer::_find(const Call& call, const CIMObjectPath& path) {
         return _subscriptions->get(path);
     }
     if (!call.isInterop) {
+        const std::string name = _text(path.getClassName());
+        const Schema& schema = _providers.schema();
+        if (schema.classes.find(name) &&
+            !schema.registration.instanceProvider(MODEL_NAMESPACE, name)) {
+            throw CIMException(CIM_ERR_NOT_FOUND, path.toString());
+        }
         return _providers.getInstance(call.caller, path, call.request.propertyList);
     }
     for (const CIMInstance& instance : _interop.instances(_text(path.getClassName()))) {

@@ -63,6 +63,10 @@ TEST_F(InstanceOperations, HasNoInstancesOfAClassThatNobodyServes) {
     EXPECT_EQ(result.error, 0);
     EXPECT_TRUE(result.returnsSomething);
     EXPECT_TRUE(result.values.empty());
+    EXPECT_EQ(
+        server.call("GetInstance", Caller::instanceName(Caller::named("TEST_Unserved", "Id", "1")))
+            .error,
+        6);
 }
 
 TEST_F(InstanceOperations, SendsWhatTheListNames) {
