@@ -109,6 +109,9 @@ class Server:
 def _lines(element, depth):
     attributes = sorted((key, text) for key, text in element.attrib.items()
                         if _DEFAULTS.get(key, None) != text)
+    if element.tag == "KEYVALUE":
+        # The exact type of a key may be told and may be left out (DSP0201, 5.2.4.7).
+        attributes = [(key, text) for key, text in attributes if key != "TYPE"]
     text = element.text or ""
     if element.tag not in ("VALUE", "KEYVALUE"):
         text = text.strip()
@@ -116,6 +119,9 @@ def _lines(element, depth):
         text = text.lower()
     head = " " * depth + element.tag
     head += "".join(f" {key}={text!r}" for key, text in attributes)
+    # An IRETURNVALUE of nothing may be left out (DSP0201, 5.2.6.9).
+    element[:] = [child for child in element
+                  if child.tag != "IRETURNVALUE" or len(child) or (child.text or "").strip()]
     children = [_lines(child, depth + 1) for child in element]
     if element.tag == "IRETURNVALUE":
         children.sort()
