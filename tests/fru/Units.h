@@ -34,6 +34,7 @@ inline Pegasus::CIMInstance fruOf(
 // A unit's properties as "Name=text" in their order.
 inline std::vector<std::string> propertiesOf(const Pegasus::CIMInstance& unit) {
     std::vector<std::string> texts;
+    texts.reserve(unit.getPropertyCount());
     for (Pegasus::Uint32 i = 0; i < unit.getPropertyCount(); ++i) {
         const Pegasus::CIMConstProperty property = unit.getProperty(i);
         texts.push_back(QZ::make_string(property.getName().getString()) + "=" +
@@ -54,6 +55,7 @@ inline std::string textOf(const Pegasus::CIMInstance& unit, const char* name) {
 inline std::vector<std::string> textsOf(const std::vector<Pegasus::CIMInstance>& units,
                                         const char* name) {
     std::vector<std::string> texts;
+    texts.reserve(units.size());
     for (const Pegasus::CIMInstance& unit : units)
         texts.push_back(textOf(unit, name));
     return texts;

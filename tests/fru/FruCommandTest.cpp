@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "BuildPaths.h"
+#include "CommandRun.h"
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+const std::string _header = "FRUNumber,IdentifyingNumber,Vendor,Name,Description\r\n";
+
+class FruCommandTest : public testing::Test {
+protected:
+    CommandRun run(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), {"--root", TAVQZ_SOURCE_DIR "/tests/machines/bare",
+                                             "--data-dir", folder.file("data"), "fru"});
+        return runCommandLine(arguments);
+    }
+
+    std::string printed(const std::vector<std::string>& arguments, int status = 0) const {
+        const CommandRun done = run(arguments);
+        EXPECT_EQ(status, done.status) << done.err;
+        return status == 0 ? done.out : done.err;
+    }
+
+    void add(const std::string& number, const std::string& name,
+             const std::string& vendor = "Acme") {
+        printed({"add", "FRUNumber=" + number, "IdentifyingNumber=7", "Vendor=" + vendor,
+                 "Name=" + name});
+    }
+
+    const TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(FruCommandTest, WritesThePathOfWhatItAdds) {
+    EXPECT_EQ("root/tavqz:TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\"\n",
+              printed({"add", "FRUNumber=39M4", "IdentifyingNumber=7", "Vendor=Acme"}));
+    EXPECT_THAT(printed({"add", "FRUNumber=39M4", "IdentifyingNumber=7", "Vendor=Acme"}, 1),
+                HasSubstr("CIM_ERR_ALREADY_EXISTS"));
+    EXPECT_THAT(printed({"add", "FRUNumber=39M4", "Vendor=Acme"}, 2),
+                HasSubstr("IdentifyingNumber"));
+}
+
+TEST_F(FruCommandTest, MarksWhatIsRecorded) {
+    add("39M4", "Fan");
+    const std::string json = printed({"list", "--format", "json"});
+    EXPECT_THAT(json, HasSubstr("\"Recorded\": true"));
+    EXPECT_THAT(json, HasSubstr("\"ElementName\": \"GETFRU\""));
+}
+
+TEST_F(FruCommandTest, EditsAUnitByItsNumber) {
+    add("39M4", "Fan");
+    EXPECT_EQ("", printed({"edit", "39M4", "Name=Fan, left"}));
+    EXPECT_EQ(_header + "39M4,7,Acme,\"Fan, left\",\r\n", printed({"export"}));
+    EXPECT_THAT(printed({"edit", "39M4", "Vendor=Other"}, 2), HasSubstr("read-only"));
+    EXPECT_THAT(printed({"edit", "39M5", "Name=Fan"}, 3), HasSubstr("39M5"));
+}
+
+TEST_F(FruCommandTest, TellsUnitsOfOneNumberApartByTheirPaths) {
+    add("39M4", "Fan");
+    add("39M4", "Pump", "Other");
+    EXPECT_THAT(printed({"remove", "39M4"}, 2), HasSubstr("Several"));
+    EXPECT_EQ("", printed({"remove",
+                           "TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\","
+                           "Vendor=\"Other\""}));
+    EXPECT_EQ(_header + "39M4,7,Acme,Fan,\r\n", printed({"export"}));
+    EXPECT_EQ("", printed({"remove", "39M4"}));
+    EXPECT_THAT(printed({"remove", "39M4"}, 3), HasSubstr("fru list"));
+}
+
+TEST_F(FruCommandTest, ImportsWhatItExported) {
+    add("39M4", "Fan \"left\"");
+    add("39M5", "Pump");
+    const std::string exported = printed({"export"});
+    const std::string file = folder.write("units.csv", exported);
+    EXPECT_EQ("", printed({"import", file}));
+    printed({"remove", "39M4"});
+    printed({"edit", "39M5", "Name=Other"});
+    const std::string changes =
+        "add FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\" Name: \"\" -> "
+        "\"Fan \"left\"\"\n"
+        "edit FRUNumber=\"39M5\",IdentifyingNumber=\"7\",Vendor=\"Acme\" Name: \"Other\" -> "
+        "\"Pump\"\n";
+    EXPECT_EQ(changes, printed({"import", file, "--dry-run"}));
+    EXPECT_EQ(changes, printed({"import", file, "--dry-run"}));
+    EXPECT_EQ(changes, printed({"import", file}));
+    EXPECT_EQ("", printed({"import", file}));
+    // The one that was added anew is now the last.
+    EXPECT_EQ(exported.size(), printed({"export"}).size());
+}
+
+TEST_F(FruCommandTest, ImportsNothingOfAFileThatIsWrong) {
+    const std::string file =
+        folder.write("units.csv", _header + "39M4,7,Acme,Fan,\r\n39M5,7,Acme\r\n");
+    EXPECT_THAT(printed({"import", file}, 1), HasSubstr("units.csv, line 3: 3 cells under 5"));
+    EXPECT_EQ(_header, printed({"export"}));
+    EXPECT_THAT(printed({"import", folder.file("none.csv")}, 1), HasSubstr("No such file"));
+}
