@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
 
 #include "Product.h"
@@ -144,6 +145,53 @@ Examples:
   tavqz watch --exec 'logger -t tavqz "$TAVQZ_ALERT_DESCRIPTION"')");
 }
 
+// One of the commands of "fru".
+CLI::App* _addFruAction(CLI::App& fru, Request& request, FruRequest::Action action,
+                        const char* name, const char* description, const char* example) {
+    CLI::App* added = _addCommand(fru, request, Request::Fru, name, description, example);
+    added->parse_complete_callback([&request, action] {
+        request.command = Request::Fru;
+        request.fru.action = action;
+    });
+    return added;
+}
+
+void _addFru(CLI::App& app, Request& request) {
+    CLI::App* fru = app.add_subcommand("fru", "Keep a record of replaceable units");
+    fru->require_subcommand(1);
+    fru->fallthrough();
+    fru->footer(R"(Examples:
+  tavqz fru list
+  tavqz fru add FRUNumber=39M4 IdentifyingNumber=7 Vendor=Acme Name=Fan
+  tavqz fru edit 39M4 Name="Fan, left"
+  tavqz fru import units.csv --dry-run)");
+    const char* const unit = "The unit's FRU number, or its path where several have that";
+    _addFruAction(*fru, request, FruRequest::List, "list",
+                  "Write all units, and which are recorded", "fru list --format csv");
+    _addFruAction(*fru, request, FruRequest::Add, "add", "Record a unit, and write its path",
+                  "fru add FRUNumber=39M4 IdentifyingNumber=7 Vendor=Acme Name=Fan")
+        ->add_option("Property=value", request.assignments, "The properties, keys included")
+        ->required();
+    CLI::App* edit = _addFruAction(*fru, request, FruRequest::Edit, "edit",
+                                   "Change a recorded unit", "fru edit 39M4 Name=Fan");
+    edit->add_option("UNIT", request.subject, unit)->required();
+    edit->add_option("Property=value", request.assignments, "The properties and their new values")
+        ->required();
+    _addFruAction(*fru, request, FruRequest::Remove, "remove", "Forget a recorded unit",
+                  "fru remove 39M4")
+        ->add_option("UNIT", request.subject, unit)
+        ->required();
+    _addFruAction(*fru, request, FruRequest::Export, "export",
+                  "Write the recorded units as CSV, for spreadsheets", "fru export >units.csv");
+    CLI::App* import = _addFruAction(*fru, request, FruRequest::Import, "import",
+                                     "Record the units of a CSV file, and write what changed",
+                                     "fru import units.csv --dry-run");
+    import
+        ->add_option("FILE", request.fru.file, "The file, with the columns that \"export\" writes")
+        ->required();
+    import->add_flag("--dry-run", request.fru.isDryRun, "Only write what would change");
+}
+
 void _addCommands(CLI::App& app, Request& request) {
     _addCommand(app, request, Request::Report, "report",
                 "Lay out everything the machine answers, for people", "report");
@@ -195,6 +243,7 @@ void _addCommands(CLI::App& app, Request& request) {
         "Exit status, as monitoring plug-ins end: 0 nothing is due, 1 something runs out\n"
         "within the days, 2 something has run out, 3 that could not be found out.\n\n"
         "Example:\n  tavqz due --within 90d");
+    _addFru(app, request);
     _addWatch(app, request);
     _addServe(app, request);
 }
@@ -211,6 +260,9 @@ ParsedArguments parseArguments(int count, const char* const* arguments) {
     try {
         app.parse(count, arguments);
         _chooseWhomToAsk(result.request);
+        if (std::string& file = result.request.fru.file; !file.empty()) {
+            file = std::filesystem::absolute(file).string();
+        }
         result.isRequest = true;
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;

@@ -38,6 +38,15 @@ struct WatchRequest {
     std::string command;  // that each alert is handed to; empty: none
 };
 
+// What "fru" is told.
+struct FruRequest {
+    enum Action { List, Add, Edit, Remove, Export, Import };
+
+    Action action = List;
+    std::string file;  // of Import; absolute, for the working folder may be another then
+    bool isDryRun = false;
+};
+
 // What the arguments ask for.
 struct Request {
     enum Command {
@@ -51,15 +60,17 @@ struct Request {
         Classes,
         Capture,
         Due,
+        Fru,
         Watch,
         Serve
     };
 
     Command command = Report;
-    std::string subject;                   // a class, a path or a folder
-    std::vector<std::string> assignments;  // of "set" and "create", each "Property=value"
+    std::string subject;                   // a class, a path, a unit or a folder
+    std::vector<std::string> assignments;  // of those that write, each "Property=value"
     bool isSanitized = false;              // of "capture"
     std::string within = "90d";            // of "due"
+    FruRequest fru;
     ServeRequest serve;
     WatchRequest watch;
     std::string format = "table";

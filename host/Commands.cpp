@@ -10,6 +10,7 @@
 #include "Assignment.h"
 #include "CimText.h"
 #include "Due.h"
+#include "FruCommand.h"
 #include "Output.h"
 #include "Report.h"
 
@@ -18,19 +19,6 @@ namespace QZ {
 using namespace Pegasus;
 
 namespace {
-
-std::unique_ptr<Output> _output(const std::string& format) {
-    if (format == "json") {
-        return std::make_unique<JsonOutput>();
-    }
-    if (format == "csv") {
-        return std::make_unique<CsvOutput>();
-    }
-    if (format == "mof") {
-        return std::make_unique<MofOutput>();
-    }
-    return std::make_unique<TableOutput>();
-}
 
 // The text of an argument that is to become a CIM name or path.
 String _argument(const std::string& text) {
@@ -99,7 +87,7 @@ CommandResult _report(const Request& request, Operations& server, const Notes& n
     }
     failures.tell(note);
     if (request.format != "table") {
-        text = _output(request.format)->instances(all);
+        text = makeOutput(request.format)->instances(all);
     }
     return {text, failures.isEmpty() ? EXIT_OK : EXIT_FAILED};
 }
@@ -146,7 +134,7 @@ CIMObjectPath _create(const Request& request, Operations& server) {
 }
 
 CommandResult _run(const Request& request, Operations& server, const Notes& note) {
-    const std::unique_ptr<Output> output = _output(request.format);
+    const std::unique_ptr<Output> output = makeOutput(request.format);
     switch (request.command) {
         case Request::Report:
             return _report(request, server, note);
@@ -168,6 +156,8 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
             return {output->classes(server.schema())};
         case Request::Due:
             return listDue(server, parseDays(request.within), request.format);
+        case Request::Fru:
+            return runFru(request, server, note);
         case Request::Capture:
         case Request::Watch:
         case Request::Serve:
@@ -189,9 +179,9 @@ CommandResult runCommand(const Request& request, Operations& server, const Notes
     try {
         return _run(request, server, note);
     } catch (const CIMException& exception) {
-        const bool isAboutOne = request.command == Request::Get ||
-                                request.command == Request::Set ||
-                                request.command == Request::Delete;
+        const bool isAboutOne =
+            request.command == Request::Get || request.command == Request::Set ||
+            request.command == Request::Delete || request.command == Request::Fru;
         if (!isAboutOne || exception.getCode() != CIM_ERR_NOT_FOUND) {
             throw;
         }

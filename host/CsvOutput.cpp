@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CimText.h"
+#include "CsvText.h"
 #include "Output.h"
 #include "ValueText.h"
 
@@ -11,26 +12,6 @@ namespace QZ {
 using namespace Pegasus;
 
 namespace {
-
-std::string _field(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) {
-        return text;
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted.append(c == '"' ? 2 : 1, c);
-    }
-    return quoted + "\"";
-}
-
-std::string _line(const std::vector<std::string>& fields) {
-    std::string line;
-    for (const std::string& field : fields) {
-        line += &field == &fields.front() ? "" : ",";
-        line += _field(field);
-    }
-    return line + "\r\n";
-}
 
 std::vector<CIMName> _columns(const std::vector<CIMInstance>& list) {
     std::vector<CIMName> columns;
@@ -59,36 +40,36 @@ std::string CsvOutput::instances(const std::vector<CIMInstance>& list) const {
     for (const CIMName& column : columns) {
         header.push_back(make_string(column.getString()));
     }
-    std::string text = _line(header);
+    std::string text = csvLine(header);
     for (const CIMInstance& instance : list) {
         std::vector<std::string> fields = {make_string(instance.getPath().toString())};
         for (const CIMName& column : columns) {
             fields.push_back(_valueOf(instance, column));
         }
-        text += _line(fields);
+        text += csvLine(fields);
     }
     return text;
 }
 
 std::string CsvOutput::names(const std::vector<CIMObjectPath>& list) const {
-    std::string text = _line({"path"});
+    std::string text = csvLine({"path"});
     for (const CIMObjectPath& path : list) {
-        text += _line({make_string(path.toString())});
+        text += csvLine({make_string(path.toString())});
     }
     return text;
 }
 
 std::string CsvOutput::classes(const Schema& schema) const {
-    std::string text = _line({"class", "property", "type", "key", "writable", "provider"});
+    std::string text = csvLine({"class", "property", "type", "key", "writable", "provider"});
     for (const auto& declared : schema.classes.classes()) {
         const ProviderEntry* provider =
             schema.registration.instanceProvider(MODEL_NAMESPACE, declared->name);
         for (const PropertyDeclaration& property : declared->properties) {
-            text +=
-                _line({declared->name, property.name,
-                       std::string(cimTypeToString(property.type)) + (property.isArray ? "[]" : ""),
-                       property.isKey() ? "true" : "false",
-                       property.isWritable() ? "true" : "false", provider ? provider->name : ""});
+            text += csvLine(
+                {declared->name, property.name,
+                 std::string(cimTypeToString(property.type)) + (property.isArray ? "[]" : ""),
+                 property.isKey() ? "true" : "false", property.isWritable() ? "true" : "false",
+                 provider ? provider->name : ""});
         }
     }
     return text;

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ public:
     virtual std::string names(const std::vector<Pegasus::CIMObjectPath>& list) const = 0;
     virtual std::string classes(const Schema& schema) const = 0;
 };
+
+// That of a format's name: "json", "csv", "mof", else for people.
+std::unique_ptr<Output> makeOutput(const std::string& format);
 
 // For people at a terminal: a line per instance where that fits, else a line per property. Nothing
 // in it can steer the terminal.
