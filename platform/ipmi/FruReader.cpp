@@ -108,7 +108,8 @@ private:
     std::string _bytesOf(const IpmiReply& reply) const {
         if (reply.completion != IpmiNormal || reply.data.empty())
             return {};
-        return reply.data.substr(1, byteAt(reply.data, 0) * (_isInWords ? 2U : 1U));
+        const std::size_t count = byteAt(reply.data, 0);
+        return reply.data.substr(1, _isInWords ? 2 * count : count);
     }
 
     IpmiSession& _session;

@@ -153,8 +153,9 @@ TEST_F(ABmcsFrus, MayCountInWords) {
     simulated.trouble([&bytes](const IpmiRequest& request, IpmiReply& reply) {
         if (request.command != 0x11 || request.data.size() != 4)
             return false;
-        const std::string part = bytes.substr(static_cast<unsigned char>(request.data[1]) * 2U,
-                                              static_cast<unsigned char>(request.data[3]) * 2U);
+        const std::size_t offset = static_cast<unsigned char>(request.data[1]);
+        const std::size_t count = static_cast<unsigned char>(request.data[3]);
+        const std::string part = bytes.substr(2 * offset, 2 * count);
         reply = {IpmiNormal, static_cast<char>(part.size() / 2) + part};
         return true;
     });
