@@ -87,7 +87,13 @@ std::vector<std::string> splitEntries(std::string_view text) {
 std::string entryText(const CIMInstance& instance) {
     std::string text(MARK);
     text.append(make_string(instance.getPath().getNameSpace().getString())).append(MARK_END);
-    return text.append(mofInstance(instance));
+    CIMInstance written = instance.clone();
+    for (Uint32 i = written.getPropertyCount(); i != 0; --i) {
+        if (written.getProperty(i - 1).getValue().isNull()) {
+            written.removeProperty(i - 1);
+        }
+    }
+    return text.append(mofInstance(written));
 }
 
 CIMInstance readEntry(const std::string& entry, const Schema& schema) {

@@ -16,7 +16,8 @@ namespace QZ {
 // An entry begins with such a line and ends before the next, so that one that is damaged spoils no
 // other; what stands before the first is none, unless it is a comment.
 std::vector<std::string> splitEntries(std::string_view text);
-std::string entryText(const Pegasus::CIMInstance& instance);  // with its path's namespace
+// With the namespace of its path and what is not null.
+std::string entryText(const Pegasus::CIMInstance& instance);
 
 // The instance of an entry, with a path of namespace and class. Throws Error.
 Pegasus::CIMInstance readEntry(const std::string& entry, const Schema& schema);

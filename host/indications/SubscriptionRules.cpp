@@ -148,6 +148,20 @@ void _fillIn(CIMInstance& instance, const std::string& className) {
     }
 }
 
+// With all properties of the class, in its order.
+CIMInstance _complete(const CIMInstance& instance, const ClassDeclaration& declared) {
+    CIMInstance complete(instance.getClassName());
+    complete.setPath(instance.getPath());
+    for (const PropertyDeclaration& property : declared.properties) {
+        const CIMName name(make_String(property.name));
+        const Uint32 at = instance.findProperty(name);
+        complete.addProperty(CIMProperty(name, at == PEG_NOT_FOUND
+                                                   ? CIMValue(property.type, property.isArray)
+                                                   : instance.getProperty(at).getValue()));
+    }
+    return complete;
+}
+
 void _checkDestination(const CIMInstance& destination) {
     try {
         if (parseListenerUrl(textOf(destination, "Destination")).isSecure) {
@@ -220,7 +234,7 @@ CIMInstance SubscriptionRules::made(const CIMNamespaceName& nameSpace,
     path.setNameSpace(nameSpace);
     instance.setPath(path);
     _check(instance);
-    return instance;
+    return _complete(instance, declared);
 }
 
 CIMInstance SubscriptionRules::changed(const CIMInstance& kept, const CIMInstance& given,

@@ -29,6 +29,7 @@ constexpr Uint16 ORGANIZATION_DMTF = 2;  // CIM_RegisteredProfile.RegisteredOrga
 constexpr Uint16 NOT_ADVERTISED = 2;     // CIM_RegisteredProfile.AdvertiseTypes
 constexpr Uint16 ENABLED = 2;            // CIM_EnabledLogicalElement.EnabledState
 constexpr Uint16 INSTANCES = 2;          // PG_ProviderCapabilities.ProviderType
+constexpr Uint16 INDICATIONS = 4;        // the same
 
 // An instance in the making.
 class Maker {
@@ -146,19 +147,26 @@ std::vector<CIMInstance> InteropInstances::_providers() const {
 }
 
 std::vector<CIMInstance> InteropInstances::_capabilities() const {
+    const struct {
+        const ProviderEntry* (Registration::*find)(const std::string&, const std::string&) const;
+        Uint16 type;
+    } KINDS[] = {{&Registration::instanceProvider, INSTANCES},
+                 {&Registration::indicationProvider, INDICATIONS}};
     std::vector<CIMInstance> found;
     for (const auto& declared : _schema.classes.classes()) {
-        const ProviderEntry* const entry =
-            _schema.registration.instanceProvider(MODEL_NAMESPACE, declared->name);
-        if (entry) {
-            found.push_back(Maker("PG_ProviderCapabilities")
-                                .set("ProviderModuleName", entry->module)
-                                .set("ProviderName", entry->name)
-                                .set("CapabilityID", declared->name)
-                                .set("ClassName", declared->name)
-                                .set("Namespaces", _one(String(MODEL_NAMESPACE)))
-                                .set("ProviderType", _one(INSTANCES))
-                                .make(_schema.interop));
+        for (const auto& kind : KINDS) {
+            const ProviderEntry* const entry =
+                (_schema.registration.*kind.find)(MODEL_NAMESPACE, declared->name);
+            if (entry) {
+                found.push_back(Maker("PG_ProviderCapabilities")
+                                    .set("ProviderModuleName", entry->module)
+                                    .set("ProviderName", entry->name)
+                                    .set("CapabilityID", declared->name)
+                                    .set("ClassName", declared->name)
+                                    .set("Namespaces", _one(String(MODEL_NAMESPACE)))
+                                    .set("ProviderType", _one(kind.type))
+                                    .make(_schema.interop));
+            }
         }
     }
     return found;

@@ -35,6 +35,9 @@ TEST(SubscriptionRules, FillsInWhatAClientLeavesOut) {
     EXPECT_EQ(textOf(made, "CreationClassName"), "CIM_IndicationFilter");
     EXPECT_EQ(made.getPath().getNameSpace().getString(), String("root/interop"));
     EXPECT_EQ(made.getPath().getKeyBindings().size(), 4U);
+    EXPECT_EQ(made.getPropertyCount(),
+              alertSchema().interop.find("CIM_IndicationFilter")->properties.size());
+    EXPECT_EQ(textOf(made, "SourceNamespaces"), "");
     EXPECT_EQ(numberOf(_made(destination("d")), "PersistenceType"), 2);
     const CIMInstance subscribed = _made(
         subscription(made.getPath(), CIMObjectPath("CIM_ListenerDestinationCIMXML.Name=\"d\"")));

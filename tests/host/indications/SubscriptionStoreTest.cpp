@@ -171,9 +171,11 @@ TEST_F(SubscriptionStoreTest, SetsDamagedEntriesAsideAndLosesNone) {
     subscribe("b");
     std::string text = machine.folder().read(_name);
     // The destination of the second subscription.
-    const std::string good = "Name = \"b\";\n    Destination = \"http://127.0.0.1:1/\"";
+    const std::string good =
+        "Name = \"b\";\n    PersistenceType = 2;\n    Destination = \"http://127.0.0.1:1/\"";
     ASSERT_NE(text.find(good), std::string::npos) << text;
-    const std::string damaged = "Name = \"b\";\n    Destination = \"http://127.0.";
+    const std::string damaged =
+        "Name = \"b\";\n    PersistenceType = 2;\n    Destination = \"http://127.0.";
     text.replace(text.find(good), good.size(), damaged);
     machine.folder().write(_name, "torn line\n" + text);
     restart();
