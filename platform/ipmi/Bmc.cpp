@@ -164,8 +164,8 @@ const SdrContents& Bmc::_readSdr(IpmiSession& session) {
     if (!_sdr || now >= _sdr->until) {
         readSdr(session, _recordSize, _records);
         // One that was cut off goes on with the next call.
-        const bool isWhole = !session.isOver();
-        _sdr = {decodeSdr(_records.records), isWhole ? now + KeptMilliseconds : now};
+        const std::int64_t kept = session.isOver() ? 0 : KeptMilliseconds;
+        _sdr = {decodeSdr(_records.records), now + kept};
     }
     return _sdr->value;
 }
