@@ -180,6 +180,7 @@ TEST(AssetCommand, AnswersEveryClassOnEveryMachineInEveryFormat) {
 
 TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHalfBound) {
     const Machine missing("bare");
+    fs::create_directory(missing.folder().file("lib"));
     const Machine present;
     present.addLibrary("libtav_shrdevice.so", PRESENT_LIBRARY);
     const Machine half;
