@@ -28,15 +28,14 @@ std::string modulePath() {
     return std::string(TAVQZ_BINARY_DIR) + "/lib/libAssetIDProvider.so";
 }
 
-CIMInstanceProvider* loadProvider() {
+CIMInstanceProvider* loadProvider(const char* name) {
     void* handle = dlopen(modulePath().c_str(), RTLD_NOW | RTLD_GLOBAL);
     if (handle == nullptr) {
         throw std::runtime_error(dlerror());
     }
     using Create = CIMProvider* (*)(const String&);
     const auto create = reinterpret_cast<Create>(dlsym(handle, "PegasusCreateProvider"));
-    auto* provider =
-        create == nullptr ? nullptr : dynamic_cast<CIMInstanceProvider*>(create("AssetIDProvider"));
+    auto* provider = create == nullptr ? nullptr : dynamic_cast<CIMInstanceProvider*>(create(name));
     if (provider == nullptr) {
         throw std::runtime_error("the module makes no provider");
     }
@@ -62,8 +61,12 @@ LoadedModule::LoadedModule() {
 }
 
 unsigned LoadedModule::enumerate(const CIMObjectPath& classPath) {
+    return enumerate(*_provider, classPath);
+}
+
+unsigned LoadedModule::enumerate(CIMInstanceProvider& provider, const CIMObjectPath& classPath) {
     Counter counter;
-    _provider->enumerateInstances(OperationContext(), classPath, false, false, CIMPropertyList(),
-                                  counter);
+    provider.enumerateInstances(OperationContext(), classPath, false, false, CIMPropertyList(),
+                                counter);
     return counter.count;
 }

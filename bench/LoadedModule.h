@@ -20,6 +20,8 @@ public:
 
     // One enumeration of a class; the number of instances.
     unsigned enumerate(const Pegasus::CIMObjectPath& classPath);
+    static unsigned enumerate(Pegasus::CIMInstanceProvider& provider,
+                              const Pegasus::CIMObjectPath& classPath);
 
 private:
     LoadedModule();
@@ -31,5 +33,6 @@ private:
 // Where the module of this build lies.
 std::string modulePath();
 
-// Loads the library and makes its provider, as a server does. Throws std::runtime_error.
-Pegasus::CIMInstanceProvider* loadProvider();
+// Loads the library and makes its provider of that name, as a server does. Throws
+// std::runtime_error.
+Pegasus::CIMInstanceProvider* loadProvider(const char* name = "AssetIDProvider");

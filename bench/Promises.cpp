@@ -70,6 +70,8 @@ const Promise _promises[] = {
      [](const Results& r) { return r.at("ModifyLease/ratio"); }},
     {"the parts of a machine against bare system calls", "times", 3,
      [](const Results& r) { return r.at("EnumerateParts/ratio"); }},
+    {"20,000 units against 2,000", "times", 15,
+     [](const Results& r) { return r.at("EnumerateManyUnits") / r.at("EnumerateFewUnits"); }},
     {"decoding 200 SMBIOS structures", "us", 20,
      [](const Results& r) { return r.at("SmBiosDecode200Structures"); }},
 };

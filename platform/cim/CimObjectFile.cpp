@@ -86,7 +86,7 @@ std::vector<CIMInstance> CimObjectFile::enumerateInstances(const CIMObjectPath& 
     std::vector<CIMInstance> found;
     for (const Entry& entry : _entries) {
         if (entry.instance.getClassName() == classPath.getClassName())
-            found.push_back(entry.instance.clone());
+            found.push_back(entry.instance);
     }
     return found;
 }
@@ -97,8 +97,7 @@ void CimObjectFile::createInstance(const CIMInstance& instance) {
     if (_find(instance.getPath()) != _entries.end())
         _refuse(CIM_ERR_ALREADY_EXISTS, instance.getPath(), " exists already");
     std::string comment = std::exchange(_end, std::string());
-    _entries.push_back({std::move(comment), composeInstance(instance), instance.clone(),
-                        _identity(instance.getPath())});
+    _entries.push_back({std::move(comment), composeInstance(instance), instance.clone()});
     _setChanged();
 }
 
@@ -124,8 +123,9 @@ void CimObjectFile::deleteInstance(const CIMObjectPath& path) {
 
 std::vector<CimObjectFile::Entry>::iterator CimObjectFile::_find(const CIMObjectPath& path) {
     const CIMObjectPath wanted = _identity(path);
-    return std::find_if(_entries.begin(), _entries.end(),
-                        [&](const Entry& entry) { return entry.identity == wanted; });
+    return std::find_if(_entries.begin(), _entries.end(), [&](const Entry& entry) {
+        return _identity(entry.instance.getPath()) == wanted;
+    });
 }
 
 // An instance begins and ends at the margin, and nothing inside does, so that one that is torn ends
@@ -162,8 +162,7 @@ bool CimObjectFile::_addEntry(std::string comment, std::string text) {
     std::optional<CIMInstance> instance = parseInstance(text);
     if (!instance || _missingKeys(*instance).size() != 0)
         return false;
-    _entries.push_back(
-        {std::move(comment), _whole(std::move(text)), *instance, _identity(instance->getPath())});
+    _entries.push_back({std::move(comment), _whole(std::move(text)), *instance});
     return true;
 }
 

@@ -22,8 +22,9 @@ class CimObjectFile : public DataFile {
 public:
     using DataFile::DataFile;
 
-    // The instances of the path's class, in the order in which they were created. Throws Error when
-    // not open to read.
+    // The instances of the path's class, in the order in which they were created. They are the
+    // caller's once the file is closed; what is done to them before does not reach the disk. Throws
+    // Error when not open to read.
     std::vector<Pegasus::CIMInstance> enumerateInstances(
         const Pegasus::CIMObjectPath& classPath) const;
 
@@ -50,7 +51,6 @@ private:
         std::string comment;  // the lines above it
         std::string text;
         Pegasus::CIMInstance instance;
-        Pegasus::CIMObjectPath identity;
     };
 
     bool _addEntry(std::string comment, std::string text);

@@ -91,13 +91,16 @@ TEST_F(CimObjectFileTest, AnswersTheClassThatIsAskedForIgnoringCase) {
     EXPECT_EQ(0U, stored("TAVIRA_Other").size());
 }
 
-TEST_F(CimObjectFileTest, HandsOutInstancesOfTheirOwn) {
+TEST_F(CimObjectFileTest, SavesNothingOfWhatIsDoneToInstancesThatItHandedOut) {
     create(fruInstance("1"));
-    file.open(1);
-    const CIMObjectPath path("TAVIRA_FRU");
-    CIMInstance first = file.enumerateInstances(path)[0];
-    first.removeProperty(0);
-    EXPECT_TRUE(file.enumerateInstances(path)[0].identical(fruInstance("1")));
+    CIMInstance first;
+    change([&] {
+        first = file.enumerateInstances(CIMObjectPath("TAVIRA_FRU"))[0];
+        first.removeProperty(3);
+        file.createInstance(fruInstance("2"));
+    });
+    EXPECT_TRUE(stored()[0].identical(fruInstance("1")));
+    EXPECT_EQ(3U, first.getPropertyCount());
 }
 
 TEST_F(CimObjectFileTest, ReplacesAnInstanceInItsPlace) {
