@@ -6,6 +6,7 @@
 
 #include <cerrno>
 
+#include "ControllerRecord.h"
 #include "Error.h"
 #include "MachineRecord.h"
 #include "MachineSanitizer.h"
@@ -27,8 +28,11 @@ std::string _randomKey() {
 
 CommandResult captureMachine(const std::string& folder, bool isSanitized, const Notes& note) {
     MachineRecord record = recordMachine();
+    recordController(record);
     if (isSanitized) {
-        sanitizeMachine(record.files, _randomKey());
+        const std::string key = _randomKey();
+        sanitizeController(record.files, key);
+        sanitizeMachine(record.files, key);
     }
     writeMachine(record.files, folder);
     for (const std::string& problem : record.problems) {

@@ -2,22 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "MachineSanitizer.h"
 
-#include <sha256.h>
-
-#include <array>
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "MachinePaths.h"
+#include "Pseudonyms.h"
 #include "ScsiTransport.h"
 #include "SmBiosDecoder.h"
 
 namespace QZ {
 
 namespace {
-
-constexpr std::size_t ShortestSecret = 4;
 
 // Longer ones first: a serial number may be the start of another.
 struct LongerFirst {
@@ -26,32 +21,21 @@ struct LongerFirst {
     }
 };
 
-std::string digest(const std::string& key, const std::string& text) {
-    std::array<char, SHA256_DIGEST_LENGTH> result{};
-    SHA2_CTX context{};
-    SHA256Init(&context);
-    for (const std::string* part : {&key, &text})
-        SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(part->data()), part->size());
-    SHA256Final(reinterpret_cast<std::uint8_t*>(result.data()), &context);
-    return {result.data(), result.size()};
-}
-
 // The texts to be replaced, each with what it becomes.
 class Secrets {
 public:
-    explicit Secrets(std::string key) : _key(std::move(key)) {}
+    explicit Secrets(const std::string& key) : _pseudonyms(key) {}
 
     // A text, but for blanks around it.
     void addText(const std::string& field) {
-        const std::size_t first = field.find_first_not_of(" \n");
-        if (first == std::string::npos)
-            return;
-        const std::string text = field.substr(first, field.find_last_not_of(" \n") + 1 - first);
-        if (text.size() >= ShortestSecret)
-            _replacements.emplace(text, pseudonym(text));
+        const std::string text = secretIn(field);
+        if (!text.empty())
+            _replacements.emplace(text, _pseudonyms.ofText(text));
     }
 
-    void addBytes(const std::string& bytes) { _replacements.emplace(bytes, chance(bytes)); }
+    void addBytes(const std::string& bytes) {
+        _replacements.emplace(bytes, _pseudonyms.ofBytes(bytes));
+    }
 
     void replaceIn(std::string& content) const {
         for (const auto& [secret, replacement] : _replacements)
@@ -61,36 +45,7 @@ public:
     }
 
 private:
-    // Bytes that follow from key and secret, as many as the secret has.
-    std::string chance(const std::string& secret) const {
-        const std::string seed = digest(_key, secret);
-        std::string bytes;
-        for (unsigned block = 0; bytes.size() < secret.size(); ++block)
-            bytes += digest(seed, std::to_string(block));
-        bytes.resize(secret.size());
-        return bytes;
-    }
-
-    std::string pseudonym(const std::string& text) const {
-        // A hexadecimal number stays one.
-        const bool isHexadecimal =
-            text.find_first_not_of("0123456789abcdefABCDEF-") == std::string::npos;
-        const unsigned letters = isHexadecimal ? 6 : 26;
-        const std::string bytes = chance(text);
-        std::string result = text;
-        for (std::size_t i = 0; i < text.size(); ++i) {
-            const auto byte = static_cast<unsigned char>(bytes[i]);
-            if (text[i] >= '0' && text[i] <= '9')
-                result[i] = static_cast<char>('0' + byte % 10);
-            else if (text[i] >= 'a' && text[i] <= 'z')
-                result[i] = static_cast<char>('a' + byte % letters);
-            else if (text[i] >= 'A' && text[i] <= 'Z')
-                result[i] = static_cast<char>('A' + byte % letters);
-        }
-        return result;
-    }
-
-    std::string _key;
+    Pseudonyms _pseudonyms;
     std::map<std::string, std::string, LongerFirst> _replacements;
 };
 

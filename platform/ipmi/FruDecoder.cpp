@@ -182,6 +182,8 @@ private:
             if (!field.text.empty())
                 area.custom.push_back(field);
         }
+        area.offset = range.start;
+        area.length = range.end - range.start;
         range.area = &area;
         _ranges.push_back(range);
     }

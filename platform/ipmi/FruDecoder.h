@@ -22,6 +22,8 @@ struct FruField {
 
 // What all areas have. Damaged: something is wrong in it, and the fields are what could be read.
 struct FruArea {
+    std::size_t offset = 0;  // where it stands in the unit's data, as far as these go
+    std::size_t length = 0;
     bool isDamaged = false;
     std::vector<FruField> custom;  // the makers' own, without the empty ones
 };

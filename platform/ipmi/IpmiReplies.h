@@ -25,7 +25,7 @@ public:
     bool hasNoReply(const IpmiRequest& request) const;
 
     // The commands and what was replied; nothing where none ever comes.
-    std::map<std::string, std::optional<IpmiReply>>& entries() { return _entries; }
+    std::map<std::string, std::optional<IpmiReply>>& entries() & { return _entries; }
 
     // What stands in front of the "=".
     static std::string requestText(const IpmiRequest& request);
