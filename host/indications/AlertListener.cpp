@@ -17,6 +17,10 @@ AlertListener::AlertListener(Take take, const std::string& address, std::uint16_
            std::to_string(_server.port()) + "/alerts";
 }
 
+AlertListener::~AlertListener() {
+    (void)_server.stop(std::chrono::seconds(10));
+}
+
 HttpServerOptions AlertListener::_options(const std::string& address, std::uint16_t port) {
     HttpServerOptions options;
     options.address = address;

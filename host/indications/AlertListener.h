@@ -23,6 +23,9 @@ public:
     explicit AlertListener(Take take, const std::string& address = "127.0.0.1",
                            std::uint16_t port = 0);
 
+    // Waits for alerts that are being taken, for ten seconds at most.
+    ~AlertListener();
+
     // What a CIM_ListenerDestinationCIMXML has as its Destination.
     const std::string& url() const { return _url; }
 

@@ -11,8 +11,8 @@
 #include "CimText.h"
 #include "ClassConversion.h"
 #include "ListenerUrl.h"
+#include "SubscriptionProperties.h"
 #include "System.h"
-#include "XmlObjects.h"
 
 namespace QZ {
 
@@ -42,91 +42,14 @@ std::string _lower(std::string text) {
     return text;
 }
 
-CIMValue _valueOf(const CIMConstInstance& instance, const char* property) {
-    const Uint32 at = instance.findProperty(CIMName(property));
-    return at == PEG_NOT_FOUND ? CIMValue() : instance.getProperty(at).getValue();
-}
-
-void _set(CIMInstance& instance, const std::string& property, const CIMValue& value) {
-    const CIMName name(make_String(property));
-    const Uint32 at = instance.findProperty(name);
-    if (at != PEG_NOT_FOUND) {
-        instance.getProperty(at).setValue(value);
-    } else {
-        instance.addProperty(CIMProperty(name, value));
-    }
-}
-
 void _default(CIMInstance& instance, const char* property, const CIMValue& value) {
-    if (_valueOf(instance, property).isNull()) {
-        _set(instance, property, value);
+    if (valueOf(instance, property).isNull()) {
+        setValue(instance, property, value);
     }
 }
 
 CIMValue _string(const std::string& text) {
     return CIMValue(make_String(text));
-}
-
-// A client may send what it wrote as text.
-CIMValue _typed(const PropertyDeclaration& property, const CIMValue& given) {
-    if (given.isNull()) {
-        return CIMValue(property.type, property.isArray);
-    }
-    if (given.getType() == property.type && given.isArray() == property.isArray) {
-        return given;
-    }
-    if (given.isArray() || property.isArray) {
-        _refuse(property.name + ": a value of another type expected");
-    }
-    CimUntypedValue untyped;
-    untyped.isNull = false;
-    untyped.texts.emplace_back(make_string(given.toString()));
-    try {
-        if (property.type == CIMTYPE_REFERENCE) {
-            return CIMValue(CIMObjectPath(given.toString()));
-        }
-        return typedValue(untyped, property.type, false);
-    } catch (const std::exception& error) {
-        _refuse(property.name + ": " + error.what());
-    } catch (const Exception& exception) {
-        _refuse(property.name + ": " + make_string(exception.getMessage()));
-    }
-}
-
-// Values of a property that has a list of them.
-void _checkMapped(const PropertyDeclaration& property, const CIMValue& value) {
-    if (property.type != CIMTYPE_UINT16 || property.isArray || value.isNull() ||
-        !property.qualifiers.find("ValueMap")) {
-        return;
-    }
-    if (property.meaning(make_string(value.toString())).empty()) {
-        _refuse(property.name + ": the server knows no value " + make_string(value.toString()));
-    }
-}
-
-CIMObjectPath _located(CIMObjectPath path, const CIMNamespaceName& nameSpace) {
-    path.setHost(String());
-    if (path.getNameSpace().isNull()) {
-        path.setNameSpace(nameSpace);
-    }
-    return path;
-}
-
-void _takeProperty(const ClassDeclaration& declared, const CIMConstProperty& given,
-                   CIMInstance& instance) {
-    const std::string name = make_string(given.getName().getString());
-    const PropertyDeclaration* const property = declared.find(name);
-    if (!property) {
-        _refuse(declared.name + " has no property " + name);
-    }
-    CIMValue value = _typed(*property, given.getValue());
-    _checkMapped(*property, value);
-    if (property->type == CIMTYPE_REFERENCE && !value.isNull()) {
-        CIMObjectPath path;
-        value.get(path);
-        value.set(_located(path, instance.getPath().getNameSpace()));
-    }
-    _set(instance, property->name, value);
 }
 
 void _fillIn(CIMInstance& instance, const std::string& className) {
@@ -148,20 +71,6 @@ void _fillIn(CIMInstance& instance, const std::string& className) {
     }
 }
 
-// With all properties of the class, in its order.
-CIMInstance _complete(const CIMInstance& instance, const ClassDeclaration& declared) {
-    CIMInstance complete(instance.getClassName());
-    complete.setPath(instance.getPath());
-    for (const PropertyDeclaration& property : declared.properties) {
-        const CIMName name(make_String(property.name));
-        const Uint32 at = instance.findProperty(name);
-        complete.addProperty(CIMProperty(name, at == PEG_NOT_FOUND
-                                                   ? CIMValue(property.type, property.isArray)
-                                                   : instance.getProperty(at).getValue()));
-    }
-    return complete;
-}
-
 void _checkDestination(const CIMInstance& destination) {
     try {
         if (parseListenerUrl(textOf(destination, "Destination")).isSecure) {
@@ -173,29 +82,6 @@ void _checkDestination(const CIMInstance& destination) {
 }
 
 }  // namespace
-
-std::string textOf(const CIMConstInstance& instance, const char* property) {
-    const CIMValue value = _valueOf(instance, property);
-    return value.isNull() ? std::string() : make_string(value.toString());
-}
-
-Uint16 numberOf(const CIMConstInstance& instance, const char* property) {
-    Uint16 number = 0;
-    const CIMValue value = _valueOf(instance, property);
-    if (!value.isNull()) {
-        value.get(number);
-    }
-    return number;
-}
-
-CIMObjectPath referenceOf(const CIMConstInstance& instance, const char* property) {
-    CIMObjectPath path;
-    const CIMValue value = _valueOf(instance, property);
-    if (!value.isNull()) {
-        value.get(path);
-    }
-    return _located(path, instance.getPath().getNameSpace());
-}
 
 bool isSubscriptionClass(const std::string& className) {
     return sameName(className, FILTER_CLASS) || sameName(className, DESTINATION_CLASS) ||
@@ -221,7 +107,7 @@ CIMInstance SubscriptionRules::made(const CIMNamespaceName& nameSpace,
     CIMInstance instance(CIMName(make_String(declared.name)));
     instance.setPath(CIMObjectPath(String(), nameSpace, instance.getClassName()));
     for (Uint32 i = 0; i < given.getPropertyCount(); ++i) {
-        _takeProperty(declared, given.getProperty(i), instance);
+        takeProperty(declared, given.getProperty(i), instance);
     }
     _fillIn(instance, declared.name);
     for (const PropertyDeclaration& property : declared.properties) {
@@ -234,7 +120,7 @@ CIMInstance SubscriptionRules::made(const CIMNamespaceName& nameSpace,
     path.setNameSpace(nameSpace);
     instance.setPath(path);
     _check(instance);
-    return _complete(instance, declared);
+    return completed(instance, declared);
 }
 
 CIMInstance SubscriptionRules::changed(const CIMInstance& kept, const CIMInstance& given,
@@ -256,13 +142,13 @@ CIMInstance SubscriptionRules::changed(const CIMInstance& kept, const CIMInstanc
             declared.find(make_string(property.getName().getString()));
         // A whole instance holds its keys, and what the server wrote, too.
         if (isNamed(property.getName()) && (!known || known->isWritable())) {
-            _takeProperty(declared, property, instance);
+            takeProperty(declared, property, instance);
         }
     }
     _fillIn(instance, declared.name);
     if (sameName(declared.name, SUBSCRIPTION_CLASS) &&
         numberOf(instance, STATE) != numberOf(kept, STATE)) {
-        _set(instance, "TimeOfLastStateChange", CIMValue(CIMDateTime::getCurrentDateTime()));
+        setValue(instance, "TimeOfLastStateChange", CIMValue(CIMDateTime::getCurrentDateTime()));
     }
     _check(instance);
     return instance;
@@ -301,7 +187,8 @@ std::string SubscriptionRules::identity(const CIMObjectPath& path) const {
         std::string value = make_string(keys[at].getValue());
         if (property.type == CIMTYPE_REFERENCE) {
             try {
-                value = identity(_located(CIMObjectPath(keys[at].getValue()), path.getNameSpace()));
+                value =
+                    identity(localPath(CIMObjectPath(keys[at].getValue()), path.getNameSpace()));
             } catch (const MalformedObjectNameException& exception) {
                 _refuse(property.name + ": " + make_string(exception.getMessage()));
             }
@@ -339,7 +226,7 @@ FilterTerms SubscriptionRules::filterTerms(const CIMInstance& filter) const {
                 "QueryLanguage: WQL is spoken, " + language + " is not");
     }
     FilterTerms terms;
-    const CIMValue sources = _valueOf(filter, "SourceNamespaces");
+    const CIMValue sources = valueOf(filter, "SourceNamespaces");
     Array<String> names;
     if (!sources.isNull()) {
         sources.get(names);

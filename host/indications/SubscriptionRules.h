@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Schema.h"
+#include "SubscriptionProperties.h"
 #include "WqlQuery.h"
 
 namespace QZ {
@@ -57,12 +58,5 @@ private:
 
     const Schema& _schema;
 };
-
-// A property's text; empty where it is null or not there.
-std::string textOf(const Pegasus::CIMConstInstance& instance, const char* property);
-// The same of a number; 0.
-Pegasus::Uint16 numberOf(const Pegasus::CIMConstInstance& instance, const char* property);
-// A reference; with the namespace of the instance's path where it has none.
-Pegasus::CIMObjectPath referenceOf(const Pegasus::CIMConstInstance& instance, const char* property);
 
 }  // namespace QZ

@@ -191,6 +191,19 @@ TEST_F(SubscriptionOperationsTest, ModifyAndSetAProperty) {
         << "read only";
 }
 
+TEST_F(SubscriptionOperationsTest, FindOutWhoseAlertsThereAre) {
+    const CallResult found =
+        call("EnumerateInstances", TestCaller::className("PG_ProviderCapabilities"));
+    std::size_t indications = 0;
+    for (const XmlElement& instance : found.values) {
+        for (const XmlElement& property : instance.children.at(1).children) {
+            indications += *property.attribute("NAME") == "ProviderType" &&
+                           property.children.at(0).children.at(0).text == "4";
+        }
+    }
+    EXPECT_EQ(indications, 2U);
+}
+
 TEST_F(SubscriptionOperationsTest, LeaveTheRestOfTheInteropNamespaceAlone) {
     EXPECT_EQ(call("CreateInstance", _new("CIM_Namespace", _property("Name", "x"))).error, 7);
     EXPECT_EQ(count("CIM_Namespace"), 2U);
