@@ -2,15 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyFile.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <utility>
 
 #include "Clock.h"
-#include "DateTime.h"
+#include "DamagedFile.h"
 #include "Error.h"
 #include "File.h"
 #include "FileContent.h"
@@ -21,56 +18,6 @@
 namespace QZ {
 
 namespace {
-
-// Now, as "20270131T083000" in local time.
-std::string timeStamp() {
-    const DateTime now(Clock::current().seconds(), DateTime::CalendarDate | DateTime::TimeOfDay);
-    std::string stamp = now.toString().substr(0, 19);
-    stamp.erase(std::remove_if(stamp.begin(), stamp.end(),
-                               [](char sign) { return sign == '-' || sign == ':'; }),
-                stamp.end());
-    return stamp;
-}
-
-bool exists(const std::string& path) {
-    struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0;
-}
-
-// A damaged file under a second name, which it keeps once its replacement stands. Until then the
-// first name stays where the file system allows two.
-class DamagedFile {
-public:
-    explicit DamagedFile(const std::string& path) : _path(path) {
-        const std::string stem = path + ".damaged-" + timeStamp();
-        _aside = stem;
-        for (int number = 2; exists(_aside); ++number)
-            _aside = stem + '-' + std::to_string(number);
-        _isMoved = ::link(path.c_str(), _aside.c_str()) != 0;
-        if (_isMoved && ::rename(path.c_str(), _aside.c_str()) != 0)
-            throwSystemError("Cannot set aside the damaged file", path, errno);
-    }
-
-    ~DamagedFile() {
-        if (_isKept)
-            return;
-        if (_isMoved)
-            static_cast<void>(::rename(_aside.c_str(), _path.c_str()));
-        else
-            ::unlink(_aside.c_str());
-    }
-
-    DamagedFile(const DamagedFile&) = delete;
-    DamagedFile& operator=(const DamagedFile&) = delete;
-
-    void keep() { _isKept = true; }
-
-private:
-    std::string _path;
-    std::string _aside;
-    bool _isMoved = false;
-    bool _isKept = false;
-};
 
 bool isSound(const FileContent& content) {
     return content.state == FileContent::Missing ||
