@@ -161,13 +161,14 @@ std::optional<std::string> Bmc::_askIn(IpmiSession& session, const IpmiRequest& 
 
 const SdrContents& Bmc::_readSdr(IpmiSession& session) {
     const std::int64_t now = Clock::current().milliseconds();
-    if (!_sdr || now >= _sdr->until) {
+    const bool isKept = _sdr.has_value() && now < _sdr.value().until;
+    if (!isKept) {
         readSdr(session, _recordSize, _records);
         // One that was cut off goes on with the next call.
-        const std::int64_t kept = session.isOver() ? 0 : KeptMilliseconds;
-        _sdr = {decodeSdr(_records.records), now + kept};
+        const std::int64_t until = session.isOver() ? now : now + KeptMilliseconds;
+        _sdr.emplace(Kept<SdrContents>{decodeSdr(_records.records), until});
     }
-    return _sdr->value;
+    return _sdr.value().value;
 }
 
 std::vector<BmcFru> Bmc::_readFrus(IpmiSession& session) {

@@ -26,6 +26,13 @@ struct BmcFru {
     FruInventory inventory;
 };
 
+// An answer, and from when on it is asked for anew, in Clock's milliseconds.
+template <class Value>
+struct Kept {
+    Value value;
+    std::int64_t until = 0;
+};
+
 // The machine's management controller. Only commands that read are sent to it. Any thread may ask;
 // they ask one after another.
 //
@@ -67,12 +74,6 @@ public:
     std::vector<BmcFru> getFrus();
 
 private:
-    template <class Value>
-    struct Kept {
-        Value value;
-        std::int64_t until = 0;
-    };
-
     // Runs a set of commands, unless the controller counts as absent or the others take too long.
     void _run(const std::function<void(IpmiSession& session)>& commands);
     void _forgetOtherMachine();
