@@ -46,7 +46,9 @@ public:
     }
 
     void close() {
-        shared->isStopping = true;
+        if (shared->isStopping.exchange(true)) {
+            return;  // what is posted to loops that ended would never go
+        }
         asio::post(_acceptor.get_executor(), [self = shared_from_this()] {
             error_code ignored;
             self->_acceptor.close(ignored);

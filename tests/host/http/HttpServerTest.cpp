@@ -176,6 +176,7 @@ TEST(HttpServer, StopsAtOnceWhereNobodyAsks) {
     HttpServer server({}, echo);
     const RawClient idle(server.port());
     EXPECT_TRUE(server.stop(std::chrono::seconds(10)));
+    EXPECT_TRUE(server.stop(milliseconds(0)));
 }
 
 TEST(HttpServer, ServesOthersWhileAClientReadsNothing) {
