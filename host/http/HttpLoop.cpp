@@ -41,9 +41,7 @@ void HttpLoop::_run() {
         _awaitMore();
     }
     const std::lock_guard<std::mutex> lock(_mutex);
-    if (!isSurplus) {
-        --_threads;
-    }
+    isSurplus ? --_lost : --_threads;
     _threadEnded.notify_all();
 }
 
@@ -70,10 +68,7 @@ void HttpLoop::leaveHandler(const std::shared_ptr<HttpCall>& call) {
     const std::lock_guard<std::mutex> lock(_mutex);
     const auto found = std::find_if(_calls.begin(), _calls.end(),
                                     [&](const Call& entry) { return entry.call == call; });
-    if (found->isLost) {
-        --_lost;
-        isSurplus = true;
-    }
+    isSurplus = isSurplus || found->isLost;
     _calls.erase(found);
 }
 

@@ -22,6 +22,9 @@ namespace {
 // Before a connection is taken again that could not be taken, for want of descriptors for example.
 constexpr milliseconds ACCEPT_PAUSE{100};
 
+// For threads that need not go on, to end.
+constexpr milliseconds LEAVING_TIME{1000};
+
 }  // namespace
 
 // Takes connections.
@@ -148,6 +151,14 @@ bool HttpServer::stop(milliseconds time) {
     shared.stopWatching();
     for (const auto& loop : shared.loops()) {
         loop->io.stop();
+    }
+    // Where time was over, what the threads did not come to is done here: a handler that never goes
+    // would keep the server.
+    for (const auto& loop : shared.loops()) {
+        if (loop->waitForEnd(std::chrono::steady_clock::now() + LEAVING_TIME)) {
+            loop->io.restart();
+            loop->io.poll();
+        }
     }
     return ended && lostWorkers() == 0;
 }
