@@ -32,6 +32,15 @@ CIMInstance _stored(const char* number, const char* name = "Fan") {
         {{"FRUNumber", number}, {"IdentifyingNumber", "7"}, {"Vendor", "Acme"}, {"Name", name}});
 }
 
+// Throws what is no exception.
+class BrokenClock : public Clock {
+public:
+    std::int64_t seconds() override { return 0; }
+    std::int64_t milliseconds() override { return 0; }
+    int setSeconds(std::int64_t) override { return 0; }
+    void sleepMilliseconds(unsigned) override { throw 5; }
+};
+
 class FruProviderTest : public testing::Test {
 protected:
     FruProviderTest() { machine.folder().write("etc/hostname", "rack-1\n"); }
@@ -260,12 +269,25 @@ TEST_F(FruProviderTest, SaysWhyTheStoreFails) {
     EXPECT_EQ(expected, failure([&] { remove(keys("1")); }));
 }
 
-// What the interface throws that is no CIMException tells nothing.
 TEST_F(FruProviderTest, HasAMessageForFailuresOfUnknownKind) {
-    const CIMInstance nothing;
-    EXPECT_EQ((std::pair<int, std::string>(CIM_ERR_FAILED, "")), failure([&] { create(nothing); }));
+    BrokenClock clock;  // which is asked while a lock is waited for
+    const ClockReplacement replacement(clock);
+    const FileLock lock(machine.folder().file("data/fru.dat"), FileLock::Exclusive);
+    const auto failed = [](const char* message) {
+        return std::pair<int, std::string>(CIM_ERR_FAILED, message);
+    };
+    EXPECT_EQ(failed(""), failure([&] { create(_stored("1")); }));
+    EXPECT_EQ(failed("..."), failure([&] { modify(_stored("1")); }));
+    EXPECT_EQ(failed("..."), failure([&] { remove(keys("1")); }));
+    EXPECT_THAT(enumerate(), IsEmpty());
+}
+
+// What the interface throws that is no CIMException is of no known kind either.
+TEST_F(FruProviderTest, HasAMessageForAnInstanceThatHoldsNothing) {
+    EXPECT_EQ((std::pair<int, std::string>(CIM_ERR_FAILED, "")),
+              failure([&] { create(CIMInstance()); }));
     EXPECT_EQ((std::pair<int, std::string>(CIM_ERR_FAILED, "...")),
-              failure([&] { modify(nothing); }));
+              failure([&] { modify(CIMInstance()); }));
 }
 
 TEST_F(FruProviderTest, GoesOnWithoutAStoreThatCannotBeRead) {

@@ -44,6 +44,7 @@ const char* const CLASSES[] = {
     "TAVIRA_VigilWatchdog",
     "TAVIRA_VigilManagementProcessorVPD",
     "TAVIRA_VigilSystemState",
+    "TAVIRA_FRU",
     "CIM_ManagedElement",
 };
 
