@@ -36,13 +36,21 @@ CIMObjectPath _inModel(const CIMObjectPath& path) {
     return result;
 }
 
-// As a provider delivered it, in the namespace that it was asked in where it does not say.
-CIMInstance _inModel(const CIMInstance& instance) {
-    if (!instance.getPath().getNameSpace().isNull()) {
+// As a provider delivered it, with a path as clients see it: in the namespace that was asked in
+// where the provider does not say, and without the host, which they know.
+CIMObjectPath _delivered(const CIMObjectPath& path) {
+    CIMObjectPath result = _inModel(path);
+    result.setHost(String());
+    return result;
+}
+
+CIMInstance _delivered(const CIMInstance& instance) {
+    const CIMObjectPath& path = instance.getPath();
+    if (!path.getNameSpace().isNull() && path.getHost().size() == 0) {
         return instance;
     }
     CIMInstance result = instance.clone();
-    result.setPath(_inModel(instance.getPath()));
+    result.setPath(_delivered(path));
     return result;
 }
 
@@ -113,7 +121,7 @@ void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPa
                                          const CIMPropertyList& properties,
                                          const TakeInstance& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        InstanceRelay relay([&](const CIMInstance& instance) { take(_inModel(instance)); });
+        InstanceRelay relay([&](const CIMInstance& instance) { take(_delivered(instance)); });
         provider.enumerateInstances(_context(caller), path, false, false, properties, relay);
         relay.check();
     });
@@ -122,7 +130,7 @@ void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPa
 void InProcessServer::enumerateInstanceNames(const Caller& caller, const CIMObjectPath& classPath,
                                              const TakePath& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
-        PathRelay relay([&](const CIMObjectPath& found) { take(_inModel(found)); });
+        PathRelay relay([&](const CIMObjectPath& found) { take(_delivered(found)); });
         provider.enumerateInstanceNames(_context(caller), path, relay);
         relay.check();
     });
@@ -134,7 +142,7 @@ CIMInstance InProcessServer::getInstance(const Caller& caller, const CIMObjectPa
         CIMInstance found;
         InstanceRelay relay([&](const CIMInstance& instance) {
             if (found.isUninitialized()) {
-                found = _inModel(instance);
+                found = _delivered(instance);
             }
         });
         provider.getInstance(_context(caller), path, false, false, properties, relay);

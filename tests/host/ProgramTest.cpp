@@ -167,6 +167,8 @@ TEST(Program, RefusesToSetWhereThereIsNotOneInstance) {
 
 TEST(Program, ReportsAndNamesWhatItHasToDoWithout) {
     const Machine machine;
+    // Of its own, so that the product's are not looked for.
+    std::filesystem::create_directory(machine.folder().file("lib"));
     const CommandRun run = _run({"--root", machine.path(), "report"});
     EXPECT_EQ(run.status, 1) << "classes that fail are a failure";
     EXPECT_THAT(run.out, HasSubstr("Settings\n========\n  Id         one\n  Some text  before\n"));
