@@ -20,6 +20,7 @@
 #include "ResultOutput.h"
 #include "Serve.h"
 #include "ServerAddress.h"
+#include "ServerAlerts.h"
 #include "Sources.h"
 #include "TerminalText.h"
 #include "Watch.h"
@@ -59,20 +60,18 @@ std::string _workingFolder() {
 }
 
 // The command is run in the folder that we were started in.
-ExitStatus _watch(const Request& request, const Workplace& place, const std::string& start,
-                  ResultOutput& output) {
-    const std::unique_ptr<InProcessServer> server = _makeServer(place);
-    ModuleAlerts alerts(*server);
+ExitStatus _watch(const Request& request, AlertSource& alerts, const Schema& schema,
+                  const std::string& start, ResultOutput& output) {
     return watch(request, alerts,
-                 {server->schema(), start,
-                  [&output](const std::string& text) { output.write(text); }, _say});
+                 {schema, start, [&output](const std::string& text) { output.write(text); }, _say});
 }
 
 int _askServer(const Request& request, ResultOutput& output) {
-    if (request.command == Request::Watch) {
-        throw UsageError("watch: a server's alerts cannot be watched, only those of this machine");
-    }
     RemoteServer server(parseServerUrl(request.server));
+    if (request.command == Request::Watch) {
+        ServerAlerts alerts(parseServerUrl(request.server));
+        return _watch(request, alerts, server.schema(), _workingFolder(), output);
+    }
     const CommandResult result = runCommand(request, server, _say);
     output.write(result.text);
     return result.status;
@@ -113,7 +112,9 @@ int _run(const ParsedArguments& parsed, ResultOutput& output) {
         return _serve(parsed.request, place, output);
     }
     if (parsed.request.command == Request::Watch) {
-        return _watch(parsed.request, place, start, output);
+        const std::unique_ptr<InProcessServer> server = _makeServer(place);
+        ModuleAlerts alerts(*server);
+        return _watch(parsed.request, alerts, server->schema(), start, output);
     }
     const CommandResult result = isCapture
                                      ? captureMachine(folder, parsed.request.isSanitized, _say)

@@ -164,6 +164,20 @@ void RemoteServer::deleteInstance(const CIMObjectPath& instancePath) {
     _ask(_instanceRequest("DeleteInstance", instancePath));
 }
 
+std::string RemoteServer::interopNamespace(const std::string& className) {
+    for (const char* const name : _interopNames) {
+        CimRequest request = _request("GetClass", CIMNamespaceName(name));
+        request.className = CIMName(make_String(className));
+        try {
+            _ask(request);
+            return name;
+        } catch (const CIMException&) {
+            // No such namespace or class, or not for this user.
+        }
+    }
+    return {};
+}
+
 // Who serves what, from wherever the server keeps that; none where it does not tell.
 std::vector<CIMInstance> RemoteServer::_capabilities() {
     for (const char* const name : _interopNames) {

@@ -36,6 +36,10 @@ public:
     Pegasus::CIMObjectPath createInstance(const Pegasus::CIMInstance& created) override;
     void deleteInstance(const Pegasus::CIMObjectPath& instancePath) override;
 
+    // The namespace, of those where servers keep their registration, that has that class; empty
+    // where none has, or none for this user.
+    std::string interopNamespace(const std::string& className);
+
 private:
     CimAnswer _ask(CimRequest request);
     std::vector<Pegasus::CIMInstance> _capabilities();
