@@ -73,7 +73,7 @@ void _set(CIMInstance& instance, const char* name, const T& value) {
 ServerAlerts::ServerAlerts(const ServerAddress& address) : _address(address), _server(address) {}
 
 ServerAlerts::~ServerAlerts() {
-    stop();
+    ServerAlerts::stop();
 }
 
 void ServerAlerts::start(Take take) {
