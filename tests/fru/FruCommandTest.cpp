@@ -7,17 +7,17 @@
 #include "CommandRun.h"
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 
+const std::string _machine = TAVQZ_SOURCE_DIR "/tests/machines/bare";
 const std::string _header = "FRUNumber,IdentifyingNumber,Vendor,Name,Description\r\n";
 
 class FruCommandTest : public testing::Test {
 protected:
     CommandRun run(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"--root", TAVQZ_SOURCE_DIR "/tests/machines/bare",
-                                             "--data-dir", folder.file("data"), "fru"});
+        arguments.insert(arguments.begin(),
+                         {"--root", _machine, "--data-dir", folder.file("data"), "fru"});
         return runCommandLine(arguments);
     }
 

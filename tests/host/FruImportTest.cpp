@@ -9,7 +9,6 @@
 
 using namespace QZ;
 using namespace Pegasus;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
