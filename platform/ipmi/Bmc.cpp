@@ -99,12 +99,12 @@ std::vector<BmcFru> Bmc::getFrus() {
 
 void Bmc::_run(const std::function<void(IpmiSession& session)>& commands) {
     const std::int64_t deadline = Clock::current().milliseconds() + LongestMilliseconds;
-    if (!_mutex.lock(LongestMilliseconds))
+    if (!_takeTurn(deadline))
         return;
-    struct Unlock {
-        Mutex& mutex;
-        ~Unlock() { mutex.unlock(); }
-    } const unlock{_mutex};
+    struct Turn {
+        Bmc& bmc;
+        ~Turn() { bmc._endTurn(); }
+    } const turn{*this};
     _forgetOtherMachine();
     if (Clock::current().milliseconds() < _absentUntil)
         return;
@@ -112,6 +112,26 @@ void Bmc::_run(const std::function<void(IpmiSession& session)>& commands) {
     commands(session);
     if (session.hasTimedOut())
         _absentUntil = Clock::current().milliseconds() + AbsentMilliseconds;
+}
+
+bool Bmc::_takeTurn(std::int64_t deadline) {
+    std::unique_lock<std::mutex> lock(_turns);
+    while (_isTaken) {
+        const std::int64_t left = deadline - Clock::current().milliseconds();
+        if (left <= 0)
+            return false;
+        Clock::current().wait(_ended, lock, static_cast<unsigned>(left));
+    }
+    _isTaken = true;
+    return true;
+}
+
+void Bmc::_endTurn() {
+    {
+        const std::lock_guard<std::mutex> lock(_turns);
+        _isTaken = false;
+    }
+    _ended.notify_one();
 }
 
 // What is kept was said by one controller, reached in one way.

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +15,6 @@
 #include "BmcValues.h"
 #include "FruDecoder.h"
 #include "IpmiReplies.h"
-#include "Mutex.h"
 #include "SdrDecoder.h"
 
 namespace QZ {
@@ -76,6 +77,9 @@ public:
 private:
     // Runs a set of commands, unless the controller counts as absent or the others take too long.
     void _run(const std::function<void(IpmiSession& session)>& commands);
+    // False where the others took until then.
+    bool _takeTurn(std::int64_t deadline);
+    void _endTurn();
     void _forgetOtherMachine();
     std::optional<std::string> _ask(IpmiFunction function, unsigned char command,
                                     const std::string& data = {});
@@ -83,7 +87,11 @@ private:
     const SdrContents& _readSdr(IpmiSession& session);
     std::vector<BmcFru> _readFrus(IpmiSession& session);
 
-    Mutex _mutex;  // of all below
+    std::mutex _turns;
+    std::condition_variable _ended;
+    bool _isTaken = false;
+
+    // Of the thread whose turn it is.
     std::string _machine;
     unsigned _transport = 0;  // its generation
     std::int64_t _absentUntil = 0;
