@@ -16,6 +16,7 @@ else()
 endif()
 list(PREPEND CMAKE_PREFIX_PATH "${i386_root}/usr")
 # What a library needs itself is searched where its user's libraries are.
+set(libraries "${i386_root}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}")
 foreach(kind EXE SHARED MODULE)
-  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags")
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags -Wl,-rpath-link,${libraries}")
 endforeach()

@@ -12,12 +12,15 @@ namespace {
 constexpr std::int64_t SecondsPerDay = 86400;
 constexpr std::int64_t SecondsPerMinute = 60;
 
+// On 32-bit machines the C library has to be asked for it (cmake/Tavqz.cmake).
+static_assert(sizeof(time_t) == sizeof(std::int64_t));
+
 // The machine's zone at a moment, in whole minutes east of UTC; UTC itself where the C library
 // knows no better or the zone is further away than any real one.
 int localOffsetAt(std::int64_t seconds) {
     const auto time = static_cast<time_t>(seconds);
     std::tm local{};
-    if (time != seconds || localtime_r(&time, &local) == nullptr)
+    if (localtime_r(&time, &local) == nullptr)
         return 0;
     const auto offset = static_cast<int>(local.tm_gmtoff / 60);
     return offset >= -MaximumOffset && offset <= MaximumOffset ? offset : 0;

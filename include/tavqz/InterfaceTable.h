@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+
 #include "tavqz/Export.h"
 
 // One entry point of a library that is bound at run time.
@@ -11,6 +13,8 @@ struct interfaceStruct {
     // What it resolved to; null while unbound.
     void* funcPtr;
 };
+static_assert(offsetof(interfaceStruct, name) == 0 && offsetof(interfaceStruct, funcPtr) == 128 &&
+              sizeof(interfaceStruct) == 128 + sizeof(void*));
 
 // The rows of fpSharedCommonFuncs, and what a service-processor library,
 // "libtav_shrdevice.so", defines for them as C functions:

@@ -19,7 +19,6 @@ const char* const operation = "cSPCommonInt::cSPCommonInt";
 const char* const opened = "openLibraryLink|the library libtav_shrdevice.so was opened";
 
 static_assert(sizeof(cSPCommonInt) == 5 * sizeof(void*));
-static_assert(sizeof(interfaceStruct) == 128 + sizeof(void*));
 
 LibraryWorld& world() {
     return LibraryWorld::current();
