@@ -25,11 +25,16 @@ using State = SmBios::State;
 
 const std::string _committed = TAVQZ_SOURCE_DIR "/tests/machines";
 
-// Relative path and content of each file below the folder, our lock files left out.
+// Left in a machine's data folder by whoever asked it before.
+bool _isTraceOfAsking(const fs::path& path) {
+    return path.extension() == ".lock" || path.filename() == "fru.dat";
+}
+
+// Relative path and content of each file below the folder that asking the machine does not leave.
 std::map<std::string, std::string> _filesBelow(const std::string& folder) {
     std::map<std::string, std::string> files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file() && entry.path().extension() != ".lock") {
+        if (entry.is_regular_file() && !_isTraceOfAsking(entry.path())) {
             std::ifstream stream(entry.path(), std::ios::binary);
             files[fs::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(stream),
                                                          std::istreambuf_iterator<char>()};
