@@ -164,9 +164,10 @@ TEST(Schema, DerivesTheAlertsFromTheStandardOne) {
     }
 }
 
-TEST(Schema, RegistersExactlyWhatTheAssetProviderAnswers) {
+TEST(Schema, RegistersExactlyWhatTheModuleAnswers) {
     std::vector<std::string> expected = {"TAVIRA_ComputerSystemDetails", "TAVIRA_Lease",
-                                         "TAVIRA_Warranty", "TAVIRA_SerialNumberInformation"};
+                                         "TAVIRA_Warranty", "TAVIRA_SerialNumberInformation",
+                                         "TAVIRA_FRU"};
     expected.insert(expected.end(), _vpdClasses.begin(), _vpdClasses.end());
     expected.insert(expected.end(), _stateClasses.begin(), _stateClasses.end());
     std::vector<std::string> served;

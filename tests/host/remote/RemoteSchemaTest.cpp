@@ -29,7 +29,8 @@ std::vector<CIMClass> _classes() {
 }
 
 CIMInstance _capability(const std::string& className, Uint16 type,
-                        const char* nameSpace = "root/tavqz") {
+                        const char* nameSpace = "root/tavqz",
+                        const std::string& provider = "AssetIDProvider") {
     CIMInstance capability("PG_ProviderCapabilities");
     const auto add = [&](const char* name, const CIMValue& value) {
         capability.addProperty(CIMProperty(name, value));
@@ -39,7 +40,7 @@ CIMInstance _capability(const std::string& className, Uint16 type,
     Array<Uint16> types;
     types.append(type);
     add("ProviderModuleName", CIMValue(String("AssetIDProviderModule")));
-    add("ProviderName", CIMValue(String("AssetIDProvider")));
+    add("ProviderName", CIMValue(make_String(provider)));
     add("ClassName", CIMValue(make_String(className)));
     add("Namespaces", CIMValue(spaces));
     add("ProviderType", CIMValue(types));
@@ -49,8 +50,10 @@ CIMInstance _capability(const std::string& className, Uint16 type,
 std::vector<CIMInstance> _capabilities() {
     std::vector<CIMInstance> capabilities;
     for (const auto& declared : _schema().classes.classes()) {
-        if (_schema().registration.instanceProvider(MODEL_NAMESPACE, declared->name)) {
-            capabilities.push_back(_capability(declared->name, 2));
+        const ProviderEntry* const entry =
+            _schema().registration.instanceProvider(MODEL_NAMESPACE, declared->name);
+        if (entry) {
+            capabilities.push_back(_capability(declared->name, 2, MODEL_NAMESPACE, entry->name));
         }
     }
     return capabilities;
