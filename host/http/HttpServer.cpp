@@ -125,7 +125,11 @@ HttpServer::HttpServer(HttpServerOptions options, Handler handler)
 }
 
 HttpServer::~HttpServer() {
-    stop(milliseconds(0));
+    try {
+        stop(milliseconds(0));
+    } catch (const std::exception&) {
+        // For want of memory; whatever is left goes with the process.
+    }
 }
 
 std::uint16_t HttpServer::port() const {
