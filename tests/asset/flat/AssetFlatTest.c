@@ -254,8 +254,8 @@ static void testPacking(void) {
 
 int main(void) {
     if (!getenv("TAVQZ_HOST_ROOT")) {
-        fputs("run me through on-rack-server: I would set this machine's clock and records\n",
-              stderr);
+        (void)fputs("run me through on-rack-server: I would set this machine's clock and records\n",
+                    stderr);
         return 2;
     }
     testParts();
