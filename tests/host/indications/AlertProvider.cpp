@@ -107,7 +107,7 @@ private:
 
     // The name of what a subscription refers to.
     static std::string _key(const CIMObjectPath& path, const char* reference) {
-        const Array<CIMKeyBinding> keys = path.getKeyBindings();
+        const Array<CIMKeyBinding>& keys = path.getKeyBindings();
         for (Uint32 i = 0; i < keys.size(); ++i) {
             if (keys[i].getName().equal(CIMName(reference))) {
                 const Array<CIMKeyBinding> inner =
