@@ -4,3 +4,5 @@
 
 // Marks what a library shows to others; everything else is hidden.
 #define TAVQZ_EXPORT __attribute__((visibility("default")))
+// Of a class that is shown, what stays hidden: what the compiler may inline or not.
+#define TAVQZ_INTERNAL __attribute__((visibility("hidden")))

@@ -104,7 +104,7 @@ private:
     // The field of that id and type. Where there is none, logs so under the accessor's name and
     // returns null.
     template <class Value>
-    const Value* _find(int id, const char* accessor) const;
+    TAVQZ_INTERNAL const Value* _find(int id, const char* accessor) const;
 
     Values _values;
     bool _valid = false;

@@ -21,7 +21,7 @@
 class TAVQZ_EXPORT cRegistry {
 public:
     // The most characters of a text that GetRegInfo copies; the rest is cut off.
-    static constexpr std::size_t MAX_TEXT = 1024;
+    TAVQZ_INTERNAL static constexpr std::size_t MAX_TEXT = 1024;
 
     // Reads the file, of at most 16 MiB. With a null name, or a file that cannot be read, the
     // object has no content: every operation then answers "no" and none makes a file.
