@@ -82,10 +82,8 @@ void PropertyFile::open(int mode) {
         throw;
     }
     if ((mode & ReadMode) != 0)
-        _text = PropertyText(content.text);
-    if (isWriter)
-        _opened = std::move(content);
-    else
+        _text = PropertyText(std::move(content.text));
+    if (!isWriter)
         _lock.reset();
     _mode = mode;
 }
@@ -125,8 +123,6 @@ void PropertyFile::close() {
 
 void PropertyFile::_save() const {
     const std::string text = _text.compose();
-    if (_opened.text == text && isStillThere(_path, _opened))
-        return;
     const FileContent onDisk = readToReplace(_path);
     if (onDisk.state == FileContent::Read && onDisk.text == text)
         return;
@@ -142,7 +138,6 @@ void PropertyFile::_abandon() {
     _mode = 0;
     _isSet = false;
     _text = PropertyText();
-    _opened = FileContent();
     _lock.reset();
 }
 

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "FileContent.h"
 #include "FileLock.h"
 #include "PropertyText.h"
 
@@ -59,7 +58,6 @@ private:
     int _mode = 0;
     bool _isSet = false;
     PropertyText _text;
-    FileContent _opened;  // what stood on disk, of a writer
     std::optional<FileLock> _lock;
 };
 
