@@ -2,17 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "AssetFile.h"
 
-#include <exception>
-
-#include "File.h"
 #include "Product.h"
 
 namespace QZ {
 
+namespace {
+
+constexpr const wchar_t* _fileName = L"asset.dat";
+
+}  // namespace
+
 Mutex _fileMutex;
 
 std::wstring AssetFilePath() {
-    return Product::getDataDirectory() + L"asset.dat";
+    return Product::getDataDirectory() + _fileName;
 }
 
 AssetFileSession::AssetFileSession(const std::wstring& path, int mode)
@@ -22,25 +25,10 @@ AssetFileSession::AssetFileSession(const std::wstring& path, int mode)
 
 namespace {
 
-// Makes the data folder and an empty file where they are missing. Nothing may escape while a
-// library is being loaded: what is wrong here is reported by the first operation that meets it.
-bool _createAssetFile() noexcept {
-    try {
-        const MutexLock lock(_fileMutex);
-        std::string reason;
-        if (!Product::makeDataDirectory(reason)) {
-            return false;
-        }
-        File file(AssetFilePath());
-        file.open(3);
-        file.close();
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-[[maybe_unused]] const bool _assetFileCreated = _createAssetFile();
+[[maybe_unused]] const bool _assetFileCreated = []() noexcept {
+    const MutexLock lock(_fileMutex);
+    return Product::makeDataFile(_fileName);
+}();
 
 }  // namespace
 }  // namespace QZ

@@ -2,41 +2,31 @@
 // SPDX-License-Identifier: MIT
 #include "FruStore.h"
 
-#include <exception>
 #include <memory>
 
-#include "File.h"
 #include "Product.h"
 
 namespace QZ {
+
+namespace {
+
+constexpr const wchar_t* _fileName = L"fru.dat";
+
+}  // namespace
 
 Mutex _storeMutex;
 
 namespace {
 
-// Makes the data folder and an empty file where they are missing. Nothing may escape while a
-// library is being loaded: what is wrong here is reported by the first operation that meets it.
-bool _createFruFile() noexcept {
-    try {
-        const MutexLock lock(_storeMutex);
-        std::string reason;
-        if (!Product::makeDataDirectory(reason))
-            return false;
-        File file(FruFilePath());
-        file.open(ReadMode | WriteMode);
-        file.close();
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-[[maybe_unused]] const bool _fruFileCreated = _createFruFile();
+[[maybe_unused]] const bool _fruFileCreated = []() noexcept {
+    const MutexLock lock(_storeMutex);
+    return Product::makeDataFile(_fileName);
+}();
 
 }  // namespace
 
 std::wstring FruFilePath() {
-    return Product::getDataDirectory() + L"fru.dat";
+    return Product::getDataDirectory() + _fileName;
 }
 
 CimObjectFile& _fruStore() {

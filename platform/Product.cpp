@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "Error.h"
+#include "File.h"
 #include "FileContent.h"
 #include "MachinePaths.h"
 #include "MessageCatalogue.h"
@@ -125,6 +126,21 @@ bool Product::makeDataDirectory(std::string& reason) noexcept {
              slash = folder.find('/', slash + 1))
             reason = makeFolder(folder.substr(0, slash));
         return reason.empty();
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool Product::makeDataFile(const wchar_t* name) noexcept {
+    try {
+        std::string reason;
+        if (!makeDataDirectory(reason)) {
+            return false;
+        }
+        File file(getDataDirectory() + name);
+        file.open(ReadMode | WriteMode);
+        file.close();
+        return true;
     } catch (const std::exception&) {
         return false;
     }

@@ -31,6 +31,11 @@ public:
     // Makes the data folder, with the folders above it, for their owner only. True when it stands;
     // else the reason is a sentence for the administrator.
     static bool makeDataDirectory(std::string& reason) noexcept;
+
+    // Makes the data folder, and an empty file of that name in it, where they are missing. For use
+    // while a library is being loaded, where nothing may escape: whether they stand, and what is
+    // wrong is reported by the first operation that meets it.
+    static bool makeDataFile(const wchar_t* name) noexcept;
 };
 
 }  // namespace QZ

@@ -68,6 +68,23 @@ TEST(Product, MakesItsDataDirectoryForItsOwnerOnly) {
     EXPECT_TRUE(Product::makeDataDirectory(reason));
 }
 
+TEST(Product, MakesADataFileOnceAndLeavesItAlone) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment data("TAVQZ_DATA_DIR", folder.file("data"));
+    EXPECT_TRUE(Product::makeDataFile(L"new.dat"));
+    EXPECT_EQ("", folder.read("data/new.dat"));
+    folder.write("data/new.dat", "kept");
+    EXPECT_TRUE(Product::makeDataFile(L"new.dat"));
+    EXPECT_EQ("kept", folder.read("data/new.dat"));
+}
+
+TEST(Product, SaysThatThereIsNoDataFileWithoutItsFolder) {
+    const TemporaryFolder folder;
+    folder.write("file", "");
+    const ScopedEnvironment data("TAVQZ_DATA_DIR", folder.file("file/data"));
+    EXPECT_FALSE(Product::makeDataFile(L"new.dat"));
+}
+
 TEST(Product, SaysWhyItHasNoDataDirectory) {
     const TemporaryFolder folder;
     folder.write("file", "");
