@@ -59,7 +59,7 @@ void HttpLoop::_awaitMore() {
 
 void HttpLoop::enterHandler(const std::shared_ptr<HttpCall>& call, Time end) {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _calls.push_back({call, end, false, false});
+    _calls.push_back({call, end});
     _wasCalled = true;
     _isAwake = true;
 }
@@ -80,8 +80,8 @@ bool HttpLoop::watch(Time now) {
         const std::lock_guard<std::mutex> lock(_mutex);
         wasCalled = std::exchange(_wasCalled, false) || !_calls.empty();
         for (Call& call : _calls) {
-            isHeldUp = isHeldUp || (call.isSeen && !call.isLost);
-            call.isSeen = true;
+            isHeldUp = isHeldUp || (call.isSeen && !call.isReplaced);
+            call.isReplaced = std::exchange(call.isSeen, true);
             if (!call.isLost && call.end <= now) {
                 call.isLost = true;
                 late.push_back(call.call);

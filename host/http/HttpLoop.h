@@ -61,8 +61,9 @@ private:
     struct Call {
         std::shared_ptr<HttpCall> call;
         Time end;
-        bool isSeen;
-        bool isLost;
+        bool isSeen = false;
+        bool isReplaced = false;  // another thread was told to go on
+        bool isLost = false;
     };
 
     void _startThread();
