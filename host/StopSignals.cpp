@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "StopSignals.h"
 
+#include <poll.h>
 #include <pthread.h>
 #include <sys/signalfd.h>
 
@@ -36,6 +37,13 @@ StopSignals::~StopSignals() {
     // What came in the meantime said what has been done.
     take();
     pthread_sigmask(SIG_SETMASK, &_formerMask, nullptr);
+}
+
+void StopSignals::wait() {
+    pollfd waiting{_signals.get(), POLLIN, 0};
+    while (!take()) {
+        poll(&waiting, 1, -1);
+    }
 }
 
 bool StopSignals::take() {

@@ -21,6 +21,9 @@ public:
     // For poll(): readable while there is one to take.
     int descriptor() const { return _signals.get(); }
 
+    // Waits until one has arrived, and takes it.
+    void wait();
+
     // Takes what has arrived. Whether anything had.
     bool take();
 

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -14,6 +13,7 @@
 #include "HttpServer.h"
 #include "MachinePaths.h"
 #include "RequestHandler.h"
+#include "StopSignals.h"
 #include "Subscriptions.h"
 
 namespace QZ {
@@ -74,25 +74,6 @@ void _check(const ServeRequest& request) {
     }
 }
 
-// The signals that end the server, kept for the one thread that waits for them.
-class StopSignals {
-public:
-    StopSignals() {
-        sigemptyset(&_set);
-        sigaddset(&_set, SIGTERM);
-        sigaddset(&_set, SIGINT);
-        pthread_sigmask(SIG_BLOCK, &_set, nullptr);
-    }
-
-    void wait() const {
-        int signal = 0;
-        sigwait(&_set, &signal);
-    }
-
-private:
-    sigset_t _set{};
-};
-
 }  // namespace
 
 ExitStatus serve(const ServeRequest& request,
@@ -101,7 +82,7 @@ ExitStatus serve(const ServeRequest& request,
     _check(request);
     const std::string password =
         request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
-    const StopSignals signals;
+    StopSignals signals;
     const std::unique_ptr<InProcessServer> providers = makeProviders();
     Subscriptions subscriptions(*providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
                                 output.log);

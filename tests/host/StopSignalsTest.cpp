@@ -6,6 +6,8 @@
 #include <poll.h>
 #include <pthread.h>
 
+#include <thread>
+
 using namespace QZ;
 
 namespace {
@@ -35,6 +37,16 @@ TEST(StopSignals, AreTakenInsteadOfEndingTheProcess) {
         EXPECT_FALSE(signals.take()) << "taken once";
         EXPECT_TRUE(signals.isToldToStop()) << "for good";
     }
+}
+
+TEST(StopSignals, AreWaitedFor) {
+    StopSignals signals;
+    const pthread_t waiting = pthread_self();
+    std::thread sender([&] { pthread_kill(waiting, SIGTERM); });
+    signals.wait();
+    sender.join();
+    EXPECT_TRUE(signals.isToldToStop());
+    EXPECT_FALSE(signals.take());
 }
 
 TEST(StopSignals, LeaveTheMaskAsItWas) {
