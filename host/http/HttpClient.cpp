@@ -14,6 +14,8 @@
 #include <optional>
 #include <utility>
 
+#include "HttpUrl.h"
+
 namespace QZ {
 
 namespace asio = boost::asio;
@@ -30,7 +32,7 @@ public:
     HttpAnswer post(const std::string& target, const HttpHeaders& headers,
                     const std::string& body) {
         http::request<http::string_body> request(http::verb::post, target, 11);
-        request.set(http::field::host, _name());
+        request.set(http::field::host, hostAndPort(_host, _port));
         for (const auto& [name, value] : headers) {
             request.set(name, value);
         }
@@ -52,13 +54,8 @@ public:
 private:
     using Request = http::request<http::string_body>;
 
-    std::string _name() const {
-        const bool isV6 = _host.find(':') != std::string::npos;
-        return (isV6 ? "[" + _host + "]" : _host) + ":" + std::to_string(_port);
-    }
-
     [[noreturn]] void _fail(const std::string& what) const {
-        throw Error("The server at " + _name() + " " + what);
+        throw Error("The server at " + hostAndPort(_host, _port) + " " + what);
     }
 
     static bool _isLost(error_code error) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ExportMessage.h"
+#include "HttpUrl.h"
 
 namespace QZ {
 
@@ -12,9 +13,7 @@ AlertListener::AlertListener(Take take, const std::string& address, std::uint16_
     : _take(std::move(take)),
       _server(_options(address, port),
               [this](const HttpRequest& request, HttpReply& reply) { _handle(request, reply); }) {
-    const bool isV6 = address.find(':') != std::string::npos;
-    _url = "http://" + (isV6 ? "[" + address + "]" : address) + ":" +
-           std::to_string(_server.port()) + "/alerts";
+    _url = "http://" + hostAndPort(address, _server.port()) + "/alerts";
 }
 
 AlertListener::~AlertListener() {

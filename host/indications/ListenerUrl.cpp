@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ListenerUrl.h"
 
-#include <charconv>
-
 #include "Error.h"
-#include "MofSyntax.h"
+#include "HttpUrl.h"
 
 namespace QZ {
 
@@ -17,16 +15,6 @@ constexpr const char* ADDRESS_CHARACTERS = "abcdefABCDEF0123456789:.";
 
 [[noreturn]] void _fail(const std::string& text) {
     throw Error("a listener's URL has the form http://host:port/path, not \"" + text + "\"");
-}
-
-std::uint16_t _port(const std::string& digits, const std::string& text) {
-    std::uint16_t port = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, port);
-    if (error != std::errc() || stop != end || port == 0) {
-        _fail(text);
-    }
-    return port;
 }
 
 // What may stand in a request line as it is.
@@ -42,33 +30,17 @@ bool _isTarget(const std::string& target) {
 }  // namespace
 
 ListenerUrl parseListenerUrl(const std::string& text) {
-    const std::size_t colon = text.find("://");
-    if (colon == std::string::npos) {
+    const std::optional<HttpUrl> parts = splitUrl(text);
+    if (!parts || (parts->scheme != "http" && parts->scheme != "https")) {
         _fail(text);
     }
     ListenerUrl url;
-    const std::string scheme = text.substr(0, colon);
-    url.isSecure = sameName(scheme, "https");
-    url.port = url.isSecure ? 5989 : 5988;
-    const std::size_t begin = colon + 3;
-    const std::size_t slash = std::min(text.find('/', begin), text.size());
-    std::string authority = text.substr(begin, slash - begin);
-    if (slash != text.size()) {
-        url.target = text.substr(slash);
-    }
-    const bool isV6 = !authority.empty() && authority[0] == '[';
-    const std::size_t hostEnd = isV6 ? authority.find(']') : authority.find(':');
-    url.host = isV6 && hostEnd != std::string::npos ? authority.substr(1, hostEnd - 1)
-                                                    : authority.substr(0, hostEnd);
-    const std::size_t portAt = isV6 && hostEnd != std::string::npos ? hostEnd + 1 : hostEnd;
-    if (portAt < authority.size()) {
-        if (authority[portAt] != ':') {
-            _fail(text);
-        }
-        url.port = _port(authority.substr(portAt + 1), text);
-    }
-    const char* const allowed = isV6 ? ADDRESS_CHARACTERS : HOST_CHARACTERS;
-    if ((!url.isSecure && !sameName(scheme, "http")) || url.host.empty() ||
+    url.isSecure = parts->scheme == "https";
+    url.host = parts->host;
+    url.port = portOf(*parts, url.isSecure ? 5989 : 5988);
+    url.target = parts->target.empty() ? url.target : parts->target;
+    const char* const allowed = parts->isBracketed ? ADDRESS_CHARACTERS : HOST_CHARACTERS;
+    if (parts->userInfo || url.host.empty() || url.port == 0 ||
         url.host.find_first_not_of(allowed) != std::string::npos || !_isTarget(url.target)) {
         _fail(text);
     }

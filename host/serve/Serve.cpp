@@ -11,6 +11,7 @@
 #include "BasicCredentials.h"
 #include "Credentials.h"
 #include "HttpServer.h"
+#include "HttpUrl.h"
 #include "MachinePaths.h"
 #include "RequestHandler.h"
 #include "StopSignals.h"
@@ -30,12 +31,10 @@ bool _isLoopback(const std::string& address) {
     return address.rfind("127.", 0) == 0 || address == "::1";
 }
 
-std::string _url(const ServeRequest& request, const std::string& password, unsigned port) {
-    const bool isV6 = request.address.find(':') != std::string::npos;
-    const std::string host = isV6 ? "[" + request.address + "]" : request.address;
+std::string _url(const ServeRequest& request, const std::string& password, std::uint16_t port) {
     // A password from a file is known to who needs it, and stands in no log.
     const std::string secret = request.passwordFile.empty() ? ":" + password : "";
-    return "http://" + request.user + secret + "@" + host + ":" + std::to_string(port);
+    return "http://" + request.user + secret + "@" + hostAndPort(request.address, port);
 }
 
 std::string _logLine(const HttpLogRecord& record) {
