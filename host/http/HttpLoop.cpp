@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::chrono::microseconds SPIN_TIME{50};
 
-// Of the thread itself: whether it is one too many.
+// Of the thread itself: whether another has its place, and whether it is one too many.
+thread_local bool isReplaced = false;
 thread_local bool isSurplus = false;
 
 }  // namespace
@@ -37,12 +38,38 @@ void HttpLoop::_startThread() {
 }
 
 void HttpLoop::_run() {
-    while (!isSurplus && io.run_one() != 0) {
-        _awaitMore();
+    while (!isSurplus && _takePlace()) {
+        _serve();
     }
     const std::lock_guard<std::mutex> lock(_mutex);
     isSurplus ? --_lost : --_threads;
     _threadEnded.notify_all();
+}
+
+// Waits for it. False when there is nothing more to serve.
+bool HttpLoop::_takePlace() {
+    std::unique_lock<std::mutex> lock(_mutex);
+    _placeIsFree.wait(lock, [this] { return _places > 0 || io.stopped(); });
+    if (io.stopped()) {
+        return false;
+    }
+    --_places;
+    isReplaced = false;
+    return true;
+}
+
+// Until another has this thread's place.
+void HttpLoop::_serve() {
+    while (!isReplaced) {
+        if (io.run_one() == 0) {
+            const std::lock_guard<std::mutex> lock(_mutex);
+            _placeIsFree.notify_all();
+            return;
+        }
+        _awaitMore();
+    }
+    // What this thread left to do wakes nobody who waits for events; this does.
+    boost::asio::post(io, [] {});
 }
 
 // A client that asks again at once finds this thread awake: to fall asleep and be woken costs more
@@ -52,7 +79,7 @@ void HttpLoop::_awaitMore() {
         return;
     }
     const Time end = std::chrono::steady_clock::now() + SPIN_TIME;
-    while (!isSurplus && io.poll_one() == 0 && std::chrono::steady_clock::now() < end) {
+    while (!isReplaced && io.poll_one() == 0 && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
     }
 }
@@ -60,6 +87,7 @@ void HttpLoop::_awaitMore() {
 void HttpLoop::enterHandler(const std::shared_ptr<HttpCall>& call, Time end) {
     const std::lock_guard<std::mutex> lock(_mutex);
     _calls.push_back({call, end});
+    _calls.back().isReplaced = isReplaced;  // the next of several requests that came at once
     _wasCalled = true;
     _isAwake = true;
 }
@@ -68,21 +96,25 @@ void HttpLoop::leaveHandler(const std::shared_ptr<HttpCall>& call) {
     const std::lock_guard<std::mutex> lock(_mutex);
     const auto found = std::find_if(_calls.begin(), _calls.end(),
                                     [&](const Call& entry) { return entry.call == call; });
+    isReplaced = found->isReplaced;
     isSurplus = isSurplus || found->isLost;
     _calls.erase(found);
 }
 
 bool HttpLoop::watch(Time now) {
     std::vector<std::shared_ptr<HttpCall>> late;
-    bool isHeldUp = false;
     bool wasCalled;
     {
         const std::lock_guard<std::mutex> lock(_mutex);
         wasCalled = std::exchange(_wasCalled, false) || !_calls.empty();
         for (Call& call : _calls) {
-            isHeldUp = isHeldUp || (call.isSeen && !call.isReplaced);
-            call.isReplaced = std::exchange(call.isSeen, true);
-            if (!call.isLost && call.end <= now) {
+            const bool isLate = call.end <= now;
+            if ((std::exchange(call.isSeen, true) || isLate) && !call.isReplaced) {
+                call.isReplaced = true;
+                ++_places;
+                _placeIsFree.notify_one();
+            }
+            if (isLate && !call.isLost) {
                 call.isLost = true;
                 late.push_back(call.call);
                 --_threads;
@@ -95,11 +127,13 @@ bool HttpLoop::watch(Time now) {
     for (const auto& call : late) {
         call->expire();
     }
-    if (isHeldUp) {
-        // From outside the loop: a thread that waits wakes up, and goes on waiting for events.
-        boost::asio::post(io, [] {});
-    }
     return wasCalled;
+}
+
+void HttpLoop::stop() {
+    io.stop();
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _placeIsFree.notify_all();
 }
 
 std::size_t HttpLoop::lostThreads() const {

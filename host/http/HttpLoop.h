@@ -25,7 +25,8 @@ public:
 
 // A share of the connections, and the threads that serve it: one waits for whatever comes next on
 // any of its connections and carries it out, the handler included. Only where that takes a while
-// does another thread of the loop go on with the others.
+// does another thread of the loop take its place: threads that run side by side for no need get
+// into each other's way, at the locks of the handler and for the processors.
 class HttpLoop : public std::enable_shared_from_this<HttpLoop> {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -51,6 +52,9 @@ public:
     // From now on the threads end when no connection is left.
     void endWithoutWork() { _work.reset(); }
 
+    // Ends the threads, but those that are in a handler.
+    void stop();
+
     // Waits until every thread ended, the lost ones aside. False when the time was over.
     bool waitForEnd(Time end) const;
 
@@ -62,12 +66,14 @@ private:
         std::shared_ptr<HttpCall> call;
         Time end;
         bool isSeen = false;
-        bool isReplaced = false;  // another thread was told to go on
+        bool isReplaced = false;  // another thread takes its thread's place
         bool isLost = false;
     };
 
     void _startThread();
     void _run();
+    bool _takePlace();
+    void _serve();
     void _awaitMore();
 
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> _work{
@@ -76,6 +82,8 @@ private:
     const std::size_t _mayBeLost;
     mutable std::mutex _mutex;
     mutable std::condition_variable _threadEnded;
+    std::condition_variable _placeIsFree;
+    std::size_t _places = 1;  // free ones: of the thread that serves, once it is held up
     std::vector<Call> _calls;
     bool _wasCalled = false;
     std::atomic<bool> _isAwake{false};

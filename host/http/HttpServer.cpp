@@ -154,7 +154,7 @@ bool HttpServer::stop(milliseconds time) {
     }
     shared.stopWatching();
     for (const auto& loop : shared.loops()) {
-        loop->io.stop();
+        loop->stop();
     }
     // Where time was over, what the threads did not come to is done here: a handler that never goes
     // would keep the server.

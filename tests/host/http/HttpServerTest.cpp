@@ -6,8 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <future>
+#include <memory>
+#include <mutex>
 #include <thread>
+#include <vector>
 
 #include "BasicCredentials.h"
 #include "RawClient.h"
@@ -175,6 +179,37 @@ TEST(HttpServer, TellsAClientThatItTakesTooLong) {
         std::this_thread::yield();
     }
     EXPECT_TRUE(server.stop(milliseconds(0)));
+}
+
+TEST(HttpServer, LetsHandlersThatWaitForEachOtherMeet) {
+    HttpLimits limits;
+    limits.workers = 4;
+    std::mutex mutex;
+    std::condition_variable came;
+    std::size_t inside = 0;
+    HttpServer server(withLimits(limits), [&](const HttpRequest& request, HttpReply& reply) {
+        if (request.body == "wait") {
+            std::unique_lock<std::mutex> lock(mutex);
+            ++inside;
+            came.notify_all();
+            came.wait(lock, [&] { return inside % limits.workers == 0; });
+        }
+        echo(request, reply);
+    });
+    std::vector<std::unique_ptr<RawClient>> clients;
+    for (std::size_t i = 0; i < limits.workers; ++i) {
+        clients.push_back(std::make_unique<RawClient>(server.port()));
+    }
+    // Again and again: the threads take their places anew each time.
+    for (int round = 0; round < 20; ++round) {
+        for (const auto& client : clients) {
+            client->send(post("wait") + post("go on"));
+        }
+        for (const auto& client : clients) {
+            EXPECT_THAT(client->receive("<go on>"), HasSubstr("<wait>"));
+        }
+    }
+    EXPECT_EQ(0U, server.lostWorkers());
 }
 
 TEST(HttpServer, StopsAtOnceWhereNobodyAsks) {
