@@ -117,9 +117,23 @@ def uuid_in(text):
     return str(uuid.UUID(bytes=uuid.UUID(printed.group(1)).bytes_le)) if printed else None
 
 
-def ipmitool_value(text, name):
-    found = re.search(rf"^ *{name} *: (.*?) *$", text, re.MULTILINE)
-    return found.group(1) if found else None
+def controller_row(value, served, answers):
+    """A property of a class that was served, beside what a tool inside says of it."""
+    instances = served[value.class_name]
+    seen = (str(instances[value.instance]["properties"][value.property])
+            if value.instance < len(instances) else "no instance")
+    told = None
+    if value.peer:
+        answer, pattern = value.peer
+        found = re.search(pattern, answers.text(answer))
+        told = found.group(1).strip() if found else "nothing"
+    return value_row(f"{value.class_name.removeprefix('TAVIRA_')}.{value.property}",
+                     value.expected, seen, told)
+
+
+def limit_row(name, limit, measured, unit):
+    """A figure that may not be above its limit."""
+    return Row(name, f"{limit:g} {unit}", (f"{measured:g} {unit}",), measured <= limit)
 
 
 def layout(headings, rows):

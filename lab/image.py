@@ -144,11 +144,11 @@ class Image:
                               [build / "lib", *library_folders(self._packages, self._architecture,
                                                                self._folder)])
         archive = Archive()
-        for file in ("bin/tavqz", "lib/libAssetIDProvider.so"):
+        for file in ("bin/tavqz", "lib/libAssetIDProvider.so", "lib/libtav_shrdevice.so"):
             libraries.add_program(archive, f"opt/tavqz/{file}", build / file)
-        archive.add_tree("opt/tavqz/share/tavqz/schema", source / "schema")
+        archive.add_tree("opt/tavqz/share/tavqz", build / "share/tavqz")
         archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")
         archive.add("init", (source / "lab/guest-init").read_bytes(), 0o755)
         for name, text in settings.items():
-            archive.add(name, text.encode())
+            archive.add(name, text.encode(), 0o600)
         return (self._folder / "base.cpio").read_bytes() + archive.build()

@@ -44,6 +44,11 @@ PROCESSOR = Part("Processor0", "GenuineIntel", "Example Processor 6316 @ 2.40GHz
 SYSTEM_UUID = uuid.UUID("10325476-98ba-dcfe-8001-020304050611")
 STORED_UUID = uuid.UUID(bytes=SYSTEM_UUID.bytes_le)
 
+BIOS = {"vendor": "Example Corp", "version": "EX2U-2.14", "date": "03/02/2025", "release": "2.14"}
+
+# The second number is in BCD.
+BMC = {"fwrev1": 2, "fwrev2": 0x14}
+
 HOST_NAME = "lab-server"
 
 # How many instances each class has.
@@ -52,13 +57,14 @@ CLASSES = {
     "TAVIRA_Lease": 1,
     "TAVIRA_Warranty": 1,
     "TAVIRA_SerialNumberInformation": 19,
-    "TAVIRA_VigilComponentVPD": 0,
-    "TAVIRA_VigilMachineLevelVPD": 0,
-    "TAVIRA_VigilManagementProcessorVPD": 0,
-    "TAVIRA_VigilPostBiosVPD": 0,
-    "TAVIRA_VigilPresent": 0,
-    "TAVIRA_VigilWatchdog": 0,
-    "TAVIRA_VigilSystemState": 0,
+    "TAVIRA_VigilComponentVPD": 2,
+    "TAVIRA_VigilMachineLevelVPD": 1,
+    "TAVIRA_VigilManagementProcessorVPD": 1,
+    "TAVIRA_VigilPostBiosVPD": 1,
+    "TAVIRA_VigilPresent": 1,
+    "TAVIRA_VigilWatchdog": 1,
+    "TAVIRA_VigilSystemState": 1,
+    "TAVIRA_FRU": 2,
 }
 
 # The monitor's model is the one before "Generic"; the end of its section is not the indented one.
@@ -107,16 +113,69 @@ FRUS = [
 SENSOR_DATA_RECORDS = [bmc.fru_locator(1, 0, "System", 0x07, 1),
                        bmc.fru_locator(2, 1, "Riser 2", 0x10, 1)]
 
-# Which of its answers shows which of their texts.
-FRU_TEXTS = [
-    ("fru0", "Chassis Serial", "EXC8000417"),
-    ("fru0", "Board Serial", "EXB7A00319"),
-    ("fru0", "Product Name", "Example Server 2U"),
-    ("fru0", "Product Part Number", "EX2100-7A"),
-    ("fru0", "Product Serial", "EXS2100417"),
-    ("fru0", "Product Asset Tag", "ASSET-17"),
-    ("fru1", "Board Product", "Riser Board 2"),
-    ("fru1", "Board Serial", "EXR2000072"),
+# What is done to the BMC before anybody asks it: the arguments of raw commands. It got a restart, a
+# progress of the firmware and another restart into its event log (IPMI 2.0, 31.6), and the operating
+# system set (27.6) and started (27.5) the watchdog, with 300 s before a reset: the emulation runs
+# none that does nothing, and tells that one runs only where the bit of "do not stop" was set.
+BMC_STATE = [
+    "0x0a 0x44 0 0 2 0 0 0 0 0x20 0 4 0x1d 1 0x6f 1 0xff 0xff",
+    "0x0a 0x44 0 0 2 0 0 0 0 0x20 0 4 0x0f 2 0x6f 2 1 0xff",
+    "0x0a 0x44 0 0 2 0 0 0 0 0x20 0 4 0x1d 1 0x6f 2 0xff 0xff",
+    "0x06 0x24 0x44 1 0 0x10 0xb8 0x0b",
+    "0x06 0x22",
+]
+
+
+@dataclasses.dataclass(frozen=True)
+class Value:
+    """A property's value as it is to be seen, which instance of the class has it, and what another
+    tool says: the name of its answer and a pattern, whose one group is the same value there."""
+    class_name: str
+    property: str
+    expected: str
+    peer: tuple = None
+    instance: int = 0
+
+
+# What the service-processor classes and the units say, and who else says it.
+CONTROLLER_VALUES = [
+    Value("TAVIRA_VigilPresent", "DeviceID", "0"),
+    Value("TAVIRA_VigilPresent", "SystemName", HOST_NAME),
+    Value("TAVIRA_VigilManagementProcessorVPD", "Description", "IPMI"),
+    Value("TAVIRA_VigilManagementProcessorVPD", "Revision", "2.14",
+          ("mc", r"Firmware Revision +: (.+)")),
+    Value("TAVIRA_VigilMachineLevelVPD", "UUID", SYSTEM_UUID.hex.upper()),
+    Value("TAVIRA_VigilMachineLevelVPD", "MachineType", "EX21"),
+    Value("TAVIRA_VigilMachineLevelVPD", "MachineModel", "007"),
+    Value("TAVIRA_VigilMachineLevelVPD", "SerialNumber", "EXS2100",
+          ("dmidecode", r"Serial Number: (EXS2100)417")),
+    Value("TAVIRA_VigilPostBiosVPD", "BuildLevel", BIOS["version"],
+          ("dmidecode", r"BIOS Information\n(?:\t.*\n)*?\tVersion: (.+)")),
+    Value("TAVIRA_VigilPostBiosVPD", "BuildDate", BIOS["date"],
+          ("dmidecode", r"Release Date: (.+)")),
+    Value("TAVIRA_VigilPostBiosVPD", "Version", "214"),
+    Value("TAVIRA_VigilSystemState", "PowerOnHours", "0"),
+    Value("TAVIRA_VigilSystemState", "CurrentState", "5"),
+    Value("TAVIRA_VigilWatchdog", "DeviceID", "Watchdog2"),
+    Value("TAVIRA_VigilWatchdog", "TimeoutInterval", "300",
+          ("watchdog", r"Initial Countdown: +(\d+)\.0 sec")),
+    Value("TAVIRA_VigilComponentVPD", "FieldReplaceableUnitNumber", "EXPN-7A",
+          ("fru0", r"Board Part Number +: (.+)")),
+    Value("TAVIRA_VigilComponentVPD", "ManufacturerId", "Example Corp",
+          ("fru0", r"Product Manufacturer +: (.+)")),
+    Value("TAVIRA_VigilComponentVPD", "ModelNumber", "EX2100-7A",
+          ("fru0", r"Product Part Number +: (.+)")),
+    Value("TAVIRA_VigilComponentVPD", "FieldReplaceableUnitNumber", "EXPN-R2",
+          ("fru1", r"Board Part Number +: (.+)"), 1),
+    Value("TAVIRA_VigilComponentVPD", "ManufacturerId", "Example Corp",
+          ("fru1", r"Board Mfg +: (.+)"), 1),
+    Value("TAVIRA_FRU", "FRUNumber", "EXPN-7A", ("fru0", r"Board Part Number +: (.+)")),
+    Value("TAVIRA_FRU", "IdentifyingNumber", "EX2100-7A", ("fru0", r"Product Part Number +: (.+)")),
+    Value("TAVIRA_FRU", "Vendor", "Example Corp", ("fru0", r"Product Manufacturer +: (.+)")),
+    Value("TAVIRA_FRU", "Name", "Example Server 2U", ("fru0", r"Product Name +: (.+)")),
+    Value("TAVIRA_FRU", "Description", "System", ("locators", r"(System) ")),
+    Value("TAVIRA_FRU", "Name", "Riser Board 2", ("fru1", r"Board Product +: (.+)"), 1),
+    Value("TAVIRA_FRU", "Description", "Riser 2", ("locators", r"(Riser 2) "), 1),
 ]
 
 

@@ -3,8 +3,10 @@
 """One run of the virtual server under QEMU's software emulation."""
 import json
 import pathlib
+import socket
 import subprocess
 import tarfile
+import threading
 
 import machine
 from debian import Unavailable
@@ -17,8 +19,13 @@ def quoted(value):
     return str(value).replace(",", ",,")
 
 
-def arguments(architecture, folder, kernel, initrd):
-    """QEMU's command line for the machine; makes its firmware and disks in the folder."""
+def options_of(values):
+    return ",".join(f"{name}={quoted(value)}" for name, value in values.items())
+
+
+def arguments(architecture, folder, kernel, initrd, port):
+    """QEMU's command line for the machine, whose CIM server is reached at the port of this one's
+    loopback; makes its firmware and disks in the folder."""
     processor = machine.PROCESSOR
     command = [architecture.emulator, "-accel", "tcg", "-machine", "q35", "-m", "768",
                "-cpu", f"{architecture.processor},vendor={processor.manufacturer},"
@@ -29,10 +36,11 @@ def arguments(architecture, folder, kernel, initrd):
                "-append", "console=ttyS0 quiet panic=-1 scsi_mod.scan=sync"]
     for structure in machine.write_firmware(folder):
         command += ["-smbios", f"file={quoted(structure)}"]
+    command += ["-smbios", "type=0," + options_of(machine.BIOS)]
     frus, records = machine.write_bmc(folder)
     command += ["-device", f"ipmi-bmc-sim,id=bmc,frudatafile={quoted(frus)},"
                            f"fruareasize={machine.FRU_SIZE},sdrfile={quoted(records)},"
-                           f"guid={machine.SYSTEM_UUID}",
+                           f"guid={machine.SYSTEM_UUID}," + options_of(machine.BMC),
                 "-device", "isa-ipmi-kcs,bmc=bmc"]
     command += ["-device", "virtio-scsi-pci,id=scsi", "-device", "ahci,id=sata"]
     ports = 0
@@ -45,11 +53,12 @@ def arguments(architecture, folder, kernel, initrd):
         else:
             device |= {"bus": f"sata.{ports}"}
             ports += 1
-        options = ",".join(f"{name}={quoted(value)}" for name, value in device.items()
-                           if name != "driver")
-        command += ["-device", f"{disk.driver},{options}"]
+        driver = device.pop("driver")
+        command += ["-device", f"{driver},{options_of(device)}"]
     command += ["-drive", f"if=none,id=answers,file={quoted(folder / 'answers')},format=raw",
                 "-device", "virtio-blk-pci,drive=answers"]
+    command += ["-netdev", f"user,id=net,restrict=on,hostfwd=tcp:127.0.0.1:{port}-10.0.2.15:8080",
+                "-device", "virtio-net-pci,netdev=net,romfile="]
     return command
 
 
@@ -84,22 +93,66 @@ class Answers:
     def seconds(self, name):
         return int(self.text(f"{name}.run").split()[1]) / 100
 
+    def ipmi_commands(self, name):
+        """How many commands the BMC got."""
+        return int(self.text(f"{name}.run").split()[2])
 
-def ask(architecture, folder, kernel, initrd, timeout):
-    """Boots the machine and waits until it has powered itself off; its answers."""
-    with (folder / "answers").open("wb") as file:
-        file.truncate(16 * MEGABYTE)
-    log = folder / "console"
-    with log.open("wb") as console:
+
+def free_port():
+    """A port that nobody has now."""
+    with socket.socket() as probe:
+        probe.bind(("127.0.0.1", 0))
+        return probe.getsockname()[1]
+
+
+class VirtualServer:
+    """The machine while it runs; in a "with" block, at whose end it is gone. Whatever it is waited
+    for has to come before the time is up, in seconds from the start: then it is switched off."""
+
+    def __init__(self, architecture, folder, kernel, initrd, timeout):
+        self.port = free_port()
+        self._answers = folder / "answers"
+        with self._answers.open("wb") as file:
+            file.truncate(16 * MEGABYTE)
+        # Texts of the machine may hold any byte.
+        command = [word.encode("utf-8", "surrogateescape")
+                   for word in arguments(architecture, folder, kernel, initrd, self.port)]
         try:
-            # Texts of the machine may hold any byte.
-            command = [word.encode("utf-8", "surrogateescape")
-                       for word in arguments(architecture, folder, kernel, initrd)]
-            subprocess.run(command, stdin=subprocess.DEVNULL, stdout=console,
-                           stderr=subprocess.STDOUT, timeout=timeout, check=True)
+            self._emulator = subprocess.Popen(command, stdin=subprocess.PIPE,
+                                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         except OSError as failure:
             raise Unavailable(f"{architecture.emulator}: {failure.strerror}") from failure
-    try:
-        return Answers(folder / "answers")
-    except tarfile.TarError as failure:
-        raise RuntimeError("the guest gave no answers") from failure
+        self._console = (folder / "console").open("wb")
+        self._limit = threading.Timer(timeout, self._emulator.kill)
+        self._limit.start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._limit.cancel()
+        self._emulator.kill()
+        self._emulator.communicate()
+        self._console.close()
+
+    def wait_until_serving(self):
+        """Until the guest has asked everything that is asked inside, and answers others."""
+        for line in self._emulator.stdout:
+            self._console.write(line)
+            self._console.flush()
+            if line.startswith(b"guest: serving"):
+                return
+        raise RuntimeError("the guest did not serve: " + (self._collect().text("serve.err").strip()
+                                                          or "it ended, or was too slow"))
+
+    def power_off(self):
+        """Has it pack its answers and end; these."""
+        rest, _ = self._emulator.communicate(b"done\n")
+        self._console.write(rest)
+        return self._collect()
+
+    def _collect(self):
+        try:
+            return Answers(self._answers)
+        except tarfile.TarError as failure:
+            raise RuntimeError("the guest gave no answers") from failure
