@@ -101,6 +101,26 @@ std::string MachinePaths::xServerConfiguration() {
     return root() + "/etc/X11/XF86Config";
 }
 
+std::string MachinePaths::blockDevices() {
+    return root() + "/sys/block";
+}
+
+std::string MachinePaths::scsiHosts() {
+    return root() + "/sys/class/scsi_host";
+}
+
+std::string MachinePaths::scsiDevices() {
+    return root() + "/sys/class/scsi_device";
+}
+
+std::string MachinePaths::raidVolumes() {
+    return root() + "/sys/class/raid_devices";
+}
+
+std::string MachinePaths::pciNames() {
+    return root() + "/usr/share/misc/pci.ids";
+}
+
 std::string MachinePaths::simulatedServiceProcessors(const std::string& below) {
     return below + "/etc/tavqz/service-processor.txt";
 }

@@ -41,6 +41,16 @@ public:
 
     static std::string xServerConfiguration();
 
+    // The kernel's folders of block devices, of SCSI hosts and what answers behind them, and of
+    // those that are volumes of a RAID.
+    static std::string blockDevices();
+    static std::string scsiHosts();
+    static std::string scsiDevices();
+    static std::string raidVolumes();
+
+    // The list of the names of PCI boards.
+    static std::string pciNames();
+
     // What the simulated service-processor library reads, on the machine or on the one whose files
     // lie below another folder.
     static std::string simulatedServiceProcessors(const std::string& below = root());
