@@ -15,6 +15,11 @@ else()
   set(i386_root "$ENV{XDG_CACHE_HOME}/tavqz-i386")
 endif()
 list(PREPEND CMAKE_PREFIX_PATH "${i386_root}/usr")
+# Where headers of one architecture lie; the compiler knows only the machine's own.
+foreach(language C CXX)
+  set(CMAKE_${language}_STANDARD_INCLUDE_DIRECTORIES
+      "${i386_root}/usr/include/${CMAKE_LIBRARY_ARCHITECTURE}")
+endforeach()
 # What a library needs itself is searched where its user's libraries are.
 set(libraries "${i386_root}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}")
 foreach(kind EXE SHARED MODULE)

@@ -75,7 +75,10 @@ struct Request {
     WatchRequest watch;
     std::string format = "table";
     std::string server;  // its URL, empty where this process asks the module
-    std::string root;    // each empty where it is not given, and as it was written
+    // Of https: a file of certificates, absolute, empty for the system's; and whether any will do.
+    std::string authorityFile;
+    bool acceptsAnyCertificate = false;
+    std::string root;  // each empty where it is not given, and as it was written
     std::string dataFolder;
     std::string moduleFile;
     std::string schemaFolder;

@@ -67,9 +67,11 @@ ExitStatus _watch(const Request& request, AlertSource& alerts, const Schema& sch
 }
 
 int _askServer(const Request& request, ResultOutput& output) {
-    RemoteServer server(parseServerUrl(request.server));
+    const ServerAddress address = parseServerUrl(request.server);
+    const HttpTrust trust{request.authorityFile, request.acceptsAnyCertificate};
+    RemoteServer server(address, trust);
     if (request.command == Request::Watch) {
-        ServerAlerts alerts(parseServerUrl(request.server));
+        ServerAlerts alerts(address, trust);
         return _watch(request, alerts, server.schema(), _workingFolder(), output);
     }
     const CommandResult result = runCommand(request, server, _say);

@@ -5,6 +5,9 @@
 #include <boost/asio/connect.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/error.hpp>
+#include <boost/asio/ssl/stream.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -13,8 +16,10 @@
 #include <boost/beast/http/write.hpp>
 #include <optional>
 #include <utility>
+#include <variant>
 
 #include "HttpUrl.h"
+#include "TlsClient.h"
 
 namespace QZ {
 
@@ -26,26 +31,29 @@ using boost::system::error_code;
 
 class HttpClient::Core {
 public:
-    Core(std::string host, std::uint16_t port, Limits limits)
-        : _host(std::move(host)), _port(port), _limits(limits) {}
+    Core(HttpPeer peer, Limits limits) : _peer(std::move(peer)), _limits(limits) {
+        if (_peer.isSecure) {
+            setTrust(_tls.emplace(asio::ssl::context::tls_client).native_handle(), _peer.trust);
+        }
+    }
 
     HttpAnswer post(const std::string& target, const HttpHeaders& headers,
                     const std::string& body) {
         http::request<http::string_body> request(http::verb::post, target, 11);
-        request.set(http::field::host, hostAndPort(_host, _port));
+        request.set(http::field::host, hostAndPort(_peer.host, _peer.port));
         for (const auto& [name, value] : headers) {
             request.set(name, value);
         }
         request.body() = body;
         request.prepare_payload();
-        const bool isReused = _stream.has_value();
+        const bool isReused = _isConnected();
         error_code error = _exchange(request);
         // The server may have closed an idle connection; what it did not read it did not do.
         if (error && isReused && _parser->is_header_done() == false && _isLost(error)) {
             error = _exchange(request);
         }
         if (error) {
-            _stream.reset();
+            _disconnect();
             _fail("does not answer: " + _text(error));
         }
         return _taken();
@@ -53,21 +61,24 @@ public:
 
 private:
     using Request = http::request<http::string_body>;
+    using Plain = beast::tcp_stream;
+    using Secure = asio::ssl::stream<Plain>;
+    using None = std::monostate;
 
     [[noreturn]] void _fail(const std::string& what) const {
-        throw Error("The server at " + hostAndPort(_host, _port) + " " + what);
+        throw Error("The server at " + hostAndPort(_peer.host, _peer.port) + " " + what);
     }
 
     static bool _isLost(error_code error) {
         return error == http::error::end_of_stream || error == asio::error::connection_reset ||
-               error == asio::error::broken_pipe;
+               error == asio::error::broken_pipe || error == asio::ssl::error::stream_truncated;
     }
 
     static std::string _text(error_code error) {
         if (error == beast::error::timeout) {
             return "it takes too long";
         }
-        if (error == http::error::partial_message) {
+        if (error == http::error::partial_message || error == asio::ssl::error::stream_truncated) {
             return "its answer is cut off";
         }
         if (error == http::error::end_of_stream) {
@@ -82,46 +93,77 @@ private:
         _io.run();
     }
 
+    bool _isConnected() const { return !std::holds_alternative<None>(_stream); }
+    void _disconnect() { _stream.emplace<None>(); }
+
     void _connect() {
         error_code error;
         tcp::resolver resolver(_io);
-        const auto found = resolver.resolve(_host, std::to_string(_port), error);
+        const auto found = resolver.resolve(_peer.host, std::to_string(_peer.port), error);
         if (error) {
             _fail("is not known: " + error.message());
         }
-        _stream.emplace(_io);
         _buffer.clear();
-        _stream->expires_after(_limits.connecting);
-        _stream->async_connect(
-            found, [&error](error_code result, const tcp::endpoint&) { error = result; });
+        auto& plain = _stream.emplace<Plain>(_io);
+        plain.expires_after(_limits.connecting);
+        plain.async_connect(found,
+                            [&error](error_code result, const tcp::endpoint&) { error = result; });
         _run();
         if (error) {
-            _stream.reset();
+            _disconnect();
             _fail("cannot be reached: " + _text(error));
+        }
+        if (_tls) {
+            _shakeHands(std::move(plain));
+        }
+    }
+
+    // Within the time that is left for connecting.
+    void _shakeHands(Plain plain) {
+        auto& secure = _stream.emplace<Secure>(std::move(plain), *_tls);
+        expectServer(secure.native_handle(), _peer.host);
+        error_code error;
+        secure.async_handshake(asio::ssl::stream_base::client,
+                               [&error](error_code result) { error = result; });
+        _run();
+        if (error) {
+            const bool isOurs = error.category() == asio::error::get_ssl_category();
+            const std::string failure = handshakeFailure(
+                secure.native_handle(), isOurs ? static_cast<unsigned long>(error.value()) : 0);
+            _disconnect();
+            _fail(failure.empty() ? "does not agree on TLS: " + _text(error) : failure);
         }
     }
 
     error_code _exchange(const Request& request) {
         _parser.emplace();
         _parser->body_limit(_limits.answerBytes);
-        if (!_stream) {
+        if (!_isConnected()) {
             _connect();
         }
-        _stream->expires_after(_limits.answering);
+        Secure* const secure = std::get_if<Secure>(&_stream);
+        const error_code error = secure ? _exchangeOver(*secure, request)
+                                        : _exchangeOver(std::get<Plain>(_stream), request);
+        if (error) {
+            _disconnect();
+        }
+        return error;
+    }
+
+    template <class Stream>
+    error_code _exchangeOver(Stream& stream, const Request& request) {
+        beast::get_lowest_layer(stream).expires_after(_limits.answering);
         error_code error;
         const auto done = [&error](error_code result, std::size_t) { error = result; };
-        http::async_write(*_stream, request, done);
+        http::async_write(stream, request, done);
         _run();
         if (!error) {
-            http::async_read_header(*_stream, _buffer, *_parser, done);
+            http::async_read_header(stream, _buffer, *_parser, done);
             _run();
         }
         if (!error && !_hasNoLength()) {
-            http::async_read(*_stream, _buffer, *_parser, done);
+            http::async_read(stream, _buffer, *_parser, done);
             _run();
-        }
-        if (error) {
-            _stream.reset();
         }
         return error;
     }
@@ -143,22 +185,22 @@ private:
         }
         answer.body = std::move(message.body());
         if (!message.keep_alive() || _hasNoLength()) {
-            _stream.reset();
+            _disconnect();
         }
         return answer;
     }
 
-    const std::string _host;
-    const std::uint16_t _port;
+    const HttpPeer _peer;
     const Limits _limits;
     asio::io_context _io;
-    std::optional<beast::tcp_stream> _stream;
+    std::optional<asio::ssl::context> _tls;
+    std::variant<None, Plain, Secure> _stream;
     beast::flat_buffer _buffer;
     std::optional<http::response_parser<http::string_body>> _parser;
 };
 
-HttpClient::HttpClient(std::string host, std::uint16_t port, Limits limits)
-    : _core(std::make_unique<Core>(std::move(host), port, limits)) {}
+HttpClient::HttpClient(HttpPeer peer, Limits limits)
+    : _core(std::make_unique<Core>(std::move(peer), limits)) {}
 
 HttpClient::~HttpClient() = default;
 

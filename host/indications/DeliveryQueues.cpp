@@ -191,7 +191,7 @@ void sendAlert(const DeliveryQueues::Alert& alert) {
     const ListenerUrl url = parseListenerUrl(alert.url);
     // A connection of its own: on one that was kept it could not be told whether an alert that got
     // no answer has arrived.
-    HttpClient client(url.host, url.port, _limits());
+    HttpClient client({url.host, url.port, false, {}}, _limits());
     const ExportRequest request{std::to_string(++messages), alert.instance};
     const HttpAnswer answer =
         client.post(url.target, exportRequestHeaders(), encodeExportRequest(request));

@@ -77,12 +77,9 @@ const std::string* _find(const HttpAnswer& answer, const char* name) {
 
 }  // namespace
 
-RemoteServer::RemoteServer(ServerAddress address)
-    : _address(std::move(address)), _client(_address.host, _address.port) {
-    if (_address.isSecure) {
-        throw Error("The server at " + _address.text() + ": https is not spoken yet");
-    }
-}
+RemoteServer::RemoteServer(ServerAddress address, const HttpTrust& trust)
+    : _address(std::move(address)),
+      _client({_address.host, _address.port, _address.isSecure, trust}) {}
 
 CimAnswer RemoteServer::_ask(CimRequest request) {
     request.call.messageId = std::to_string(++_messages);

@@ -20,8 +20,9 @@ namespace QZ {
 // cut off. One thread at a time.
 class RemoteServer : public Operations {
 public:
-    // Connects with the first request.
-    explicit RemoteServer(ServerAddress address);
+    // Connects with the first request. The trust is for https; throws Error where it makes no
+    // sense.
+    explicit RemoteServer(ServerAddress address, const HttpTrust& trust = {});
 
     // Asked for once.
     const Schema& schema() override;

@@ -70,7 +70,8 @@ void _set(CIMInstance& instance, const char* name, const T& value) {
 
 }  // namespace
 
-ServerAlerts::ServerAlerts(const ServerAddress& address) : _address(address), _server(address) {}
+ServerAlerts::ServerAlerts(const ServerAddress& address, const HttpTrust& trust)
+    : _address(address), _server(address, trust) {}
 
 ServerAlerts::~ServerAlerts() {
     ServerAlerts::stop();

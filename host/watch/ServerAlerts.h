@@ -16,7 +16,8 @@ namespace QZ {
 // reach this machine under the address that this machine reaches it from.
 class ServerAlerts : public AlertSource {
 public:
-    explicit ServerAlerts(const ServerAddress& address);
+    // The trust is for https.
+    explicit ServerAlerts(const ServerAddress& address, const HttpTrust& trust = {});
     ~ServerAlerts() override;
 
     // Listens, and creates a filter, a destination and a subscription under names of their own.

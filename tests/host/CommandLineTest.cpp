@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "ScopedEnvironment.h"
 
 using namespace QZ;
@@ -46,6 +48,18 @@ TEST(CommandLine, ReadsTheEnvironmentWhereNoOptionIsGiven) {
     EXPECT_EQ(_parse({"report"}).request.dataFolder, "/env/data");
     EXPECT_EQ(_parse({"report", "--root", "/r", "--data-dir", "/d"}).request.root, "/r");
     EXPECT_EQ(_parse({"report", "--data-dir", "/d"}).request.dataFolder, "/d");
+}
+
+TEST(CommandLine, TakesWhomToTrustOverHttps) {
+    const Request named = _parse({"report", "--cacert", "/ca.pem"}).request;
+    EXPECT_EQ(named.authorityFile, "/ca.pem");
+    EXPECT_FALSE(named.acceptsAnyCertificate);
+    EXPECT_EQ(_parse({"serve", "--cacert", "ca.pem"}).request.authorityFile,
+              std::filesystem::absolute("ca.pem").string());
+    const ParsedArguments any = _parse({"report", "--accept-any-certificate"});
+    EXPECT_TRUE(any.isRequest && any.request.acceptsAnyCertificate);
+    EXPECT_FALSE(_parse({"serve", "--accept-any-certificate"}).isRequest);
+    EXPECT_FALSE(_parse({"report", "--accept-any-certificate", "--cacert", "/ca.pem"}).isRequest);
 }
 
 TEST(CommandLine, PrintsHelpAndVersion) {
