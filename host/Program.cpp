@@ -49,7 +49,8 @@ std::unique_ptr<InProcessServer> _makeServer(const Workplace& place) {
 }
 
 ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& output) {
-    return serve(request.serve, [&place] { return _makeServer(place); },
+    return serve(request.serve, {request.authorityFile, false},
+                 [&place] { return _makeServer(place); },
                  {[&output](const std::string& line) { output.write(line + "\n"); }, _say});
 }
 

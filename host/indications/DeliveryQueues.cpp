@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "DeliveryQueues.h"
 
-#include <atomic>
 #include <condition_variable>
 #include <exception>
 #include <utility>
@@ -10,8 +9,6 @@
 #include "CimText.h"
 #include "Clock.h"
 #include "ExportMessage.h"
-#include "HttpClient.h"
-#include "ListenerUrl.h"
 
 namespace QZ {
 
@@ -19,15 +16,6 @@ namespace {
 
 // Milliseconds before the second attempt, and before the third.
 constexpr unsigned WAITS[DeliveryQueues::ATTEMPTS - 1] = {10'000, 60'000};
-
-// A listener takes an alert and is done; who stops the server waits as long as this.
-HttpClient::Limits _limits() {
-    HttpClient::Limits limits;
-    limits.connecting = std::chrono::seconds(5);
-    limits.answering = std::chrono::seconds(10);
-    limits.answerBytes = std::size_t(64) * 1024;
-    return limits;
-}
 
 std::string _name(const DeliveryQueues::Alert& alert) {
     return "alert " + make_string(alert.instance.getClassName().getString()) + " for " + alert.url;
@@ -184,21 +172,6 @@ void DeliveryQueues::forget(const std::string& destination) {
         found->second->join();
         _queues.erase(found);
     }
-}
-
-void sendAlert(const DeliveryQueues::Alert& alert) {
-    static std::atomic<unsigned> messages{0};
-    const ListenerUrl url = parseListenerUrl(alert.url);
-    // A connection of its own: on one that was kept it could not be told whether an alert that got
-    // no answer has arrived.
-    HttpClient client({url.host, url.port, false, {}}, _limits());
-    const ExportRequest request{std::to_string(++messages), alert.instance};
-    const HttpAnswer answer =
-        client.post(url.target, exportRequestHeaders(), encodeExportRequest(request));
-    if (answer.status != 200) {
-        throw Error("it answered with HTTP status " + std::to_string(answer.status));
-    }
-    checkExportAnswer(answer.body, request.messageId);
 }
 
 }  // namespace QZ

@@ -55,7 +55,4 @@ private:
     std::map<std::string, std::unique_ptr<Queue>> _queues;
 };
 
-// Sends by HTTP. Throws Error for want of a good answer, ExportRefused for a bad one.
-void sendAlert(const DeliveryQueues::Alert& alert);
-
 }  // namespace QZ

@@ -6,14 +6,16 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "CimText.h"
+#include "SendAlert.h"
 
 namespace QZ {
 
 using namespace Pegasus;
 
-Subscriptions::Subscriptions(InProcessServer& providers, const std::string& file, const Log& log)
+Subscriptions::Subscriptions(InProcessServer& providers, const std::string& file, const Log& log,
+                             const HttpTrust& trust)
     : _store(providers.schema(), file, log),
-      _queues(sendAlert, log),
+      _queues([trust](const DeliveryQueues::Alert& alert) { sendAlert(alert, trust); }, log),
       _router(
           providers,
           [this](const std::string& destination, DeliveryQueues::Alert alert) {

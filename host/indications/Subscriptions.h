@@ -8,6 +8,7 @@
 
 #include "AlertRouter.h"
 #include "DeliveryQueues.h"
+#include "HttpTrust.h"
 #include "SubscriptionStore.h"
 
 namespace QZ {
@@ -19,8 +20,10 @@ class Subscriptions {
 public:
     using Log = std::function<void(const std::string& line)>;
 
-    // Reads the file; the providers must outlive this object.
-    Subscriptions(InProcessServer& providers, const std::string& file, const Log& log);
+    // Reads the file; the providers must outlive this object. The trust is for listeners over
+    // https.
+    Subscriptions(InProcessServer& providers, const std::string& file, const Log& log,
+                  const HttpTrust& trust = {});
 
     // Takes up the subscriptions of an earlier run. Called once, before any other.
     void start();

@@ -75,16 +75,17 @@ void _check(const ServeRequest& request) {
 
 }  // namespace
 
-ExitStatus serve(const ServeRequest& request,
+ExitStatus serve(const ServeRequest& request, const HttpTrust& listeners,
                  const std::function<std::unique_ptr<InProcessServer>()>& makeProviders,
                  const ServeOutput& output) {
     _check(request);
+    checkTrust(listeners);
     const std::string password =
         request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
     StopSignals signals;
     const std::unique_ptr<InProcessServer> providers = makeProviders();
     Subscriptions subscriptions(*providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
-                                output.log);
+                                output.log, listeners);
     subscriptions.start();
     RequestHandler handler(*providers, {}, &subscriptions);
     HttpServer server(

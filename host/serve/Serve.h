@@ -7,6 +7,7 @@
 #include <string>
 
 #include "CommandLine.h"
+#include "HttpTrust.h"
 #include "InProcessServer.h"
 
 namespace QZ {
@@ -21,8 +22,8 @@ struct ServeOutput {
 // threads. EXIT_OK after an orderly stop: requests have been answered. Where a provider did not
 // come back by then nothing of it may be taken apart: the process ends within this call, with
 // EXIT_FAILED. Throws UsageError for options that make no sense, Error for what is wrong with the
-// password file or the address.
-ExitStatus serve(const ServeRequest& request,
+// password file, the address, or the certificates that are trusted of listeners over https.
+ExitStatus serve(const ServeRequest& request, const HttpTrust& listeners,
                  const std::function<std::unique_ptr<InProcessServer>()>& makeProviders,
                  const ServeOutput& output);
 
