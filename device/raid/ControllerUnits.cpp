@@ -21,8 +21,10 @@ PciNumbers _numbersOf(const std::string& folder) {
             number("subsystem_device")};
 }
 
-// "1028:1f43"
+// "1028:1f43"; empty where the vendor is not known.
 std::string _pair(unsigned vendor, unsigned device) {
+    if (vendor == 0)
+        return {};
     char text[24];
     (void)std::snprintf(text, sizeof text, "%04x:%04x", vendor & 0xFFFFU, device & 0xFFFFU);
     return text;
@@ -52,22 +54,23 @@ RaidUnit _unitOf(const RaidController& controller, const std::vector<ScsiDevice>
     const std::string host =
         MachinePaths::scsiHosts() + "/host" + std::to_string(controller.hosts.front());
     const auto told = [&](const char* name) { return readAttribute(host, name); };
-    const std::string chip =
-        _firstOf({names.device(numbers), "PCI device " + _pair(numbers.vendor, numbers.device)});
-    const std::string subsystem = _pair(numbers.subsystemVendor, numbers.subsystemDevice);
+    const std::string chip = _pair(numbers.vendor, numbers.device);
+    const std::string chipName =
+        _firstOf({names.device(numbers), chip.empty() ? "" : "PCI device " + chip, "PCI device"});
 
     RaidUnit unit;
     unit.id = controller.address;
     unit.fru = _firstOf({told("board_assembly"), vpd.partNumber, told("board_tracer"),
-                         told("serial_number"), vpd.serialNumber, subsystem});
-    unit.model =
-        _firstOf({told("board_name"), told("model"), vpd.product, names.subsystem(numbers), chip});
+                         told("serial_number"), vpd.serialNumber,
+                         _pair(numbers.subsystemVendor, numbers.subsystemDevice), chip});
+    unit.model = _firstOf(
+        {told("board_name"), told("model"), vpd.product, names.subsystem(numbers), chipName});
     unit.manufacturer =
         _firstOf({vpd.manufacturer, told("vendor"), names.vendor(numbers.subsystemVendor),
                   names.vendor(numbers.vendor)});
     unit.name = "RAID controller " + controller.address;
     const std::string driver = told("proc_name");
-    unit.description = chip + (driver.empty() ? "" : ", driver " + driver) + ", " +
+    unit.description = chipName + (driver.empty() ? "" : ", driver " + driver) + ", " +
                        _diskCount(controller, devices);
     return unit;
 }

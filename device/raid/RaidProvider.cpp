@@ -28,16 +28,20 @@ constexpr struct {
 constexpr struct {
     const char* name;
     std::string RaidUnit::*text;
-} _properties[] = {{_key, &RaidUnit::id},       {"FRU", &RaidUnit::fru},
-                   {"Model", &RaidUnit::model}, {"Manufacturer", &RaidUnit::manufacturer},
-                   {"Name", &RaidUnit::name},   {"Description", &RaidUnit::description}};
+    bool isKeyOfUnits = false;  // which need it, if only to be empty
+} _properties[] = {{_key, &RaidUnit::id},
+                   {"FRU", &RaidUnit::fru},
+                   {"Model", &RaidUnit::model, true},
+                   {"Manufacturer", &RaidUnit::manufacturer, true},
+                   {"Name", &RaidUnit::name},
+                   {"Description", &RaidUnit::description}};
 
 CIMInstance _instanceOf(const char* className, const CIMNamespaceName& nameSpace,
                         const RaidUnit& unit) {
     CIMInstance instance{CIMName(className)};
     for (const auto& property : _properties) {
         const std::string& text = unit.*property.text;
-        if (!text.empty())
+        if (!text.empty() || property.isKeyOfUnits)
             instance.addProperty(CIMProperty(CIMName(property.name), CIMValue(make_String(text))));
     }
     Array<CIMKeyBinding> keys;

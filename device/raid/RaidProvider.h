@@ -19,7 +19,8 @@ public:
     // Deletes the provider.
     void terminate() override;
 
-    // A text that is not known is no property.
+    // A model or manufacturer that is not known is empty, as a key of the unit that is made of it;
+    // any other text that is not known is no property.
     void enumerateInstances(const Pegasus::OperationContext& context,
                             const Pegasus::CIMObjectPath& classPath,
                             const Pegasus::Boolean includeQualifiers,

@@ -7,6 +7,7 @@
 #include "AssetText.h"
 #include "DeviceParts.h"
 #include "FirmwareParts.h"
+#include "RaidParts.h"
 #include "ServiceProcessorText.h"
 #include "SmBiosBuilder.h"
 
@@ -50,6 +51,44 @@ void _writeServiceProcessors(const std::string& root, const std::string& descrip
     writeTestFile(root + "/etc/tavqz/service-processor.txt", description);
 }
 
+const char* const _pciNames =
+    "# A list of the machine's own.\n"
+    "1000  Example Chips\n"
+    "\t005d  EX3108\n"
+    "\t\t1028 1f43  Eight-Port RAID Card\n"
+    "1028  Example Corp\n";
+
+// The first two disks are in an array of the system's own. A controller has two more that the
+// system sees as one volume, and another one has none yet.
+void _writeRaid(const std::string& root) {
+    RaidBuilder raid(root);
+    raid.scsiDisk({"1:0:0:0", "sda", "EXAMPLE", "EX600-15K", "6SJ0041A    "});
+    raid.scsiDisk({"1:0:1:0", "sdb", "EXAMPLE", "EX600-15K", "6SJ0042B    "});
+    raid.partition("sda", "sda1").partition("sdb", "sdb1");
+    raid.array({"md0", "raid1"});
+    raid.member("md0", "sda1", "in_sync", "0").member("md0", "sdb1", "in_sync", "1");
+
+    raid.pciNames(_pciNames);
+    raid.board({"0000:03:00.0", "0x010400", "1000:005d", "1028:1f43",
+                pciVpd("RAID Card 8i", "03-25420-09A", "SV53300001")});
+    raid.host("0000:03:00.0", 0, "megaraid_sas");
+    raid.scsiDisk({"0:0:4:0", "", "EXAMPLE", "EX900-10K", "7TK00104"}).slot("0:0:4:0", "Slot 04");
+    raid.scsiDisk({"0:0:5:0", "", "EXAMPLE", "EX900-10K", "7TK00105"}).slot("0:0:5:0", "Slot 05");
+    raid.scsiDisk({"0:2:0:0", "sde", "EXAMPLE", "Volume", "00c0ffee"});
+    raid.board({"0000:04:00.0", "0x010400", "1000:005d", "1028:1f43", ""});
+    raid.host("0000:04:00.0", 2, "megaraid_sas");
+}
+
+void _writeHostileRaid(const std::string& root) {
+    RaidBuilder raid(root);
+    raid.scsiDisk({"0:0:0:0", "sda", "<&\"'>\xFF", "\x1B[31m]]>%s", "=1+1\x01"});
+    raid.slot("0:0:0:0", "<b>&%s");  // a name that every file system and archive keeps
+    raid.array({"md0", "</raid>\xFF"}).member("md0", "sda", "\x1B", "-1");
+    raid.board({"0000:00:01.0", "0x010400", "<&>\xFF:\x1B[2J", "]]>\x01:%s%n",
+                "\x82\x02\xFFPN\x90\xFF\xFFPN\xFF"});
+    raid.host("0000:00:01.0", 1, "<&\x1B>").pciNames("\xFF\nno list at all\n");
+}
+
 void _writeRackServer(const std::string& root) {
     SmBiosBuilder firmware(EntryPoint::Version3, 3, 5);
     addBios(firmware, "EX2U-2.14", "03/02/2025");
@@ -77,6 +116,7 @@ void _writeRackServer(const std::string& root) {
     writeTestFile(root + "/dev/sdc/" + standardInquiryFile,
                   standardInquiryReply("SAMPLE", "Card Reader"));
     writeScsiDisk(root, 'd', "SAMPLE", "Flash 2", "");
+    _writeRaid(root);
     _writeServiceProcessors(root, wholeServiceProcessor());
 }
 
@@ -168,6 +208,7 @@ void _writeHostileTexts(const std::string& root) {
     writeScsiDisk(root, 'c', "EXAMPLE", "EX300", std::string(251, '='));
     _writeXServer(root, "Section \"Monitor\"\nVendorName <b>\xFF\x1B[31m\nModelName " +
                             std::string(4000, '&') + "\nEndSection\n");
+    _writeHostileRaid(root);
     _writeServiceProcessors(root, hostileServiceProcessor());
 }
 

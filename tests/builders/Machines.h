@@ -8,7 +8,7 @@
 // root is; what stood under the same names is replaced. Throws std::exception.
 //
 //   rack-server       a whole server: SMBIOS 3.5, two boards, eight memory devices, SCSI disks,
-//                     asset data, a service processor
+//                     two RAIDs, asset data, a service processor
 //   old-server        SMBIOS 2.2, from before memory devices had serial numbers; IDE drives, an X
 //                     server
 //   damaged-firmware  SMBIOS 2.8, wrong checksum, count and length, the table cut off in a text;

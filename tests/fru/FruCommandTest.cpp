@@ -54,6 +54,20 @@ TEST_F(FruCommandTest, MarksWhatIsRecorded) {
     EXPECT_THAT(json, HasSubstr("\"ElementName\": \"GETFRU\""));
 }
 
+TEST_F(FruCommandTest, ListsWhatTheProviderOfRaidTells) {
+    const std::string rack = TAVQZ_SOURCE_DIR "/tests/machines/rack-server";
+    const auto list = [&](const char* what) {
+        return runCommandLine({"--root", rack, "--data-dir", folder.file("data"), "list", what,
+                               "--format", "csv"})
+            .out;
+    };
+    EXPECT_THAT(list("TAVIRA_RAIDController"), HasSubstr("0000:04:00.0"));
+    const std::string units = list("TAVIRA_FRU");
+    EXPECT_THAT(units, HasSubstr("6SJ0042B"));
+    EXPECT_THAT(units, HasSubstr("03-25420-09A"));
+    EXPECT_THAT(units, HasSubstr("in enclosure slot Slot 05"));
+}
+
 TEST_F(FruCommandTest, EditsAUnitByItsNumber) {
     add("39M4", "Fan");
     EXPECT_EQ("", printed({"edit", "39M4", "Name=Fan, left"}));

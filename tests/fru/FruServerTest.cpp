@@ -12,6 +12,7 @@
 #include "BuildPaths.h"
 #include "CimText.h"
 #include "InProcessServer.h"
+#include "RaidParts.h"
 #include "TestMachine.h"
 #include "Units.h"
 
@@ -35,11 +36,12 @@ const char* const _raid =
     "  string DeviceID = \"c1\"; string FRU = \"46C8\"; string Name = \"Controller 1\";\n"
     "};\n";
 
-// Where the model of the product lies with that of the test's provider.
+// The model of the product, with the test's provider of RAID registered in place of its own.
 Schema _schema(const TemporaryFolder& folder) {
     const std::string together = folder.file("schema");
     std::filesystem::copy(TAVQZ_SOURCE_DIR "/schema", together,
                           std::filesystem::copy_options::recursive);
+    std::filesystem::remove(together + "/tavqz-raid-registration.mof");
     std::filesystem::copy(TAVQZ_SOURCE_DIR "/tests/fru/schema/raid.mof", together + "/xraid.mof");
     return Schema::load(together);
 }
@@ -85,6 +87,30 @@ TEST_F(FruServerTest, GathersControllersWhereTheDisksFail) {
     EXPECT_THAT(numbers(), IsEmpty());
     std::filesystem::remove(machine.folder().file("raid/fail-TAVIRA_PhysicalDiskDrive"));
     EXPECT_THAT(numbers(), ElementsAre("39M4"));
+}
+
+TEST_F(FruServerTest, GathersWhatTheMachineHasWhereNoOtherVendorServes) {
+    RaidBuilder own(machine.folder().path());
+    own.scsiDisk({"0:0:0:0", "sda", "EXAMPLE", "EX600", "S1"});
+    own.array({"md0", "raid1"}).member("md0", "sda", "in_sync", "0");
+    own.board({"0000:03:00.0", "0x010400", "1000:005d", "1028:1f43", ""});
+    own.host("0000:03:00.0", 0, "megaraid_sas");
+    InProcessServer shipped{Schema::load(TAVQZ_SOURCE_DIR "/schema"), [](const std::string& name) {
+                                return TAVQZ_BINARY_DIR "/lib/lib" + name + ".so";
+                            }};
+    const std::vector<CIMInstance> units = shipped.enumerateInstances(_class);
+    EXPECT_THAT(textsOf(units, "FRUNumber"), ElementsAre("S1", "1028:1f43"));
+    EXPECT_THAT(textsOf(units, "ElementName"), ElementsAre("RAID", "RAID"));
+    EXPECT_EQ("EXAMPLE", textOf(units[0], "Vendor"));
+    EXPECT_THAT(numbers(), ElementsAre("39M4", "46C8"));
+}
+
+TEST_F(FruServerTest, GathersTheRestWithoutAnyProviderOfRaid) {
+    InProcessServer lonely{Schema::load(TAVQZ_SOURCE_DIR "/schema"), [](const std::string& name) {
+                               return name == "AssetIDProvider" ? SHIPPED_MODULE : "/missing.so";
+                           }};
+    create("1");
+    EXPECT_THAT(textsOf(lonely.enumerateInstances(_class), "FRUNumber"), ElementsAre("1"));
 }
 
 TEST_F(FruServerTest, TellsThePathOfWhatItCreated) {

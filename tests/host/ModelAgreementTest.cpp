@@ -137,8 +137,11 @@ void _look(const std::string& machine, Seen& seen) {
     const TestMachine place;
     std::filesystem::copy(machine, place.folder().path(),
                           std::filesystem::copy_options::recursive |
+                              std::filesystem::copy_options::copy_symlinks |
                               std::filesystem::copy_options::overwrite_existing);
-    InProcessServer server(_load(), [](const std::string&) { return SHIPPED_MODULE; });
+    InProcessServer server(_load(), [](const std::string& location) {
+        return TAVQZ_BINARY_DIR "/lib/lib" + location + ".so";
+    });
     for (const bool isFilled : {false, true}) {
         for (const ClassDeclaration* declared : _servedClasses()) {
             if (isFilled) {
@@ -174,7 +177,8 @@ TEST(ModelAgreement, DeclaresWhatIsSentAndSendsWhatIsDeclared) {
          {"TAVIRA_ComputerSystemDetails", "TAVIRA_Lease", "TAVIRA_Warranty",
           "TAVIRA_SerialNumberInformation", "TAVIRA_VigilPresent", "TAVIRA_VigilPostBiosVPD",
           "TAVIRA_VigilMachineLevelVPD", "TAVIRA_VigilSystemState", "TAVIRA_VigilWatchdog",
-          "TAVIRA_VigilManagementProcessorVPD", "TAVIRA_VigilComponentVPD"}) {
+          "TAVIRA_VigilManagementProcessorVPD", "TAVIRA_VigilComponentVPD",
+          "TAVIRA_PhysicalDiskDrive", "TAVIRA_RAIDController"}) {
         EXPECT_EQ(seen.count(always), 1U) << always;
     }
 }

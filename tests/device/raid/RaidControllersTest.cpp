@@ -82,6 +82,15 @@ TEST_F(RaidControllerUnits, HaveNumbersWhereNobodyHasNames) {
     EXPECT_EQ("", unit.manufacturer);
 }
 
+TEST_F(RaidControllerUnits, AreKnownByTheirChipWithoutASubsystem) {
+    raid.board({_address, "0x010400", "1000:005d", "0000:0000", ""});
+    raid.host(_address, 0, "megaraid_sas").pciNames("");
+    EXPECT_EQ("1000:005d", readRaidControllers().at(0).fru);
+    raid.board({_address, "0x010400", "hell:1000", "what:ever", ""});
+    EXPECT_EQ("", readRaidControllers().at(0).fru);
+    EXPECT_EQ("PCI device", readRaidControllers().at(0).model);
+}
+
 TEST_F(RaidControllerUnits, AreNoPlainAdapters) {
     board("0x010700", "mpt3sas");
     raid.scsiDisk({"0:0:0:0", "sda", "EXAMPLE", "EX600", "S1"});

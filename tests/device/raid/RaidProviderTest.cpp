@@ -86,7 +86,20 @@ TEST_F(RaidProviderTest, TellsWhatIsKnownOfADisk) {
     EXPECT_THAT(properties, ElementsAre("DeviceID=0:0:0:0", "FRU=S1",
                                         "Model=caf\xC3\xA9\xEF\xBF\xBD", "Manufacturer=EXAMPLE",
                                         "Name=Disk sda", "Description=member 0 of md0 (raid1)"));
-    EXPECT_EQ(PEG_NOT_FOUND, disks[1].findProperty(CIMName("Manufacturer")));
+}
+
+TEST_F(RaidProviderTest, HasEveryKeyOfTheUnitThatIsMadeOfADisk) {
+    raid.blockAttribute("vdx", "type", "").array({"md1", "raid1"});
+    raid.member("md1", "vdx", "in_sync", "0");
+    const Array<CIMInstance> disks = enumerate("root/tavqz:TAVIRA_PhysicalDiskDrive");
+    ASSERT_EQ(3U, disks.size());
+    for (const char* const name : {"Model", "Manufacturer"}) {
+        const Uint32 at = disks[2].findProperty(CIMName(name));
+        ASSERT_NE(PEG_NOT_FOUND, at) << name;
+        EXPECT_EQ(String(), disks[2].getProperty(at).getValue().toString()) << name;
+    }
+    // Nobody knows this one by anything.
+    EXPECT_EQ(PEG_NOT_FOUND, disks[2].findProperty(CIMName("FRU")));
 }
 
 TEST_F(RaidProviderTest, GivesEachAPathOfItsDevice) {
