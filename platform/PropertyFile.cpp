@@ -123,6 +123,8 @@ void PropertyFile::close() {
 
 void PropertyFile::_save() const {
     const std::string text = _text.compose();
+    if (text.size() > MaximumSize)
+        throwSystemError("Cannot save", _path, EFBIG);
     const FileContent onDisk = readToReplace(_path);
     if (onDisk.state == FileContent::Read && onDisk.text == text)
         return;

@@ -87,6 +87,28 @@ TEST_F(PropertyFileDamageTest, SetsAFileAsideThatIsTooLarge) {
     EXPECT_EQ(largest + "#", folder.read(Aside));
 }
 
+// It would read as no file of ours the next time.
+TEST_F(PropertyFileDamageTest, RefusesToBecomeTooLarge) {
+    folder.write("asset.dat", "LEASE.Term=36\n");
+    const std::size_t rest = PropertyFile::MaximumSize - std::string("LEASE.Term=36\nA=\n").size();
+    PropertyFile file(make_wstring(folder.file("asset.dat")));
+    file.open(3);
+    file.setProperty(L"A", std::wstring(rest + 1, L'x'));
+    try {
+        file.close();
+        ADD_FAILURE() << "it was written";
+    } catch (const Error& error) {
+        EXPECT_EQ("Cannot save " + folder.file("asset.dat") + ": File too large",
+                  std::string(error.what()));
+    }
+    EXPECT_EQ("LEASE.Term=36\n", folder.read("asset.dat"));
+    file.open(3);
+    file.setProperty(L"A", std::wstring(rest, L'x'));
+    file.close();
+    EXPECT_EQ(PropertyFile::MaximumSize, folder.read("asset.dat").size());
+    EXPECT_EQ(L"36", read());
+}
+
 TEST_F(PropertyFileDamageTest, SetsAFolderAside) {
     folder.write("asset.dat/inside", "x");
     EXPECT_EQ(L"", read());
