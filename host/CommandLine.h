@@ -14,7 +14,7 @@ enum ExitStatus {
     EXIT_OK = 0,
     EXIT_FAILED = 1,     // the module, the server or standard output failed
     EXIT_USAGE = 2,      // what was asked for makes no sense
-    EXIT_NOT_FOUND = 3,  // there is no such instance
+    EXIT_NOT_FOUND = 3,  // there is no such instance, or no event log
     EXIT_UNKNOWN = 3,    // of "due", whatever went wrong: 1 and 2 are its findings
 };
 
@@ -61,6 +61,7 @@ struct Request {
         Capture,
         Due,
         Fru,
+        Sel,
         Watch,
         Serve
     };
@@ -70,6 +71,7 @@ struct Request {
     std::vector<std::string> assignments;  // of those that write, each "Property=value"
     bool isSanitized = false;              // of "capture"
     std::string within = "90d";            // of "due"
+    bool isRaw = false;                    // of "sel"
     FruRequest fru;
     ServeRequest serve;
     WatchRequest watch;

@@ -159,6 +159,7 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
         case Request::Fru:
             return runFru(request, server, note);
         case Request::Capture:
+        case Request::Sel:
         case Request::Watch:
         case Request::Serve:
             break;  // none of them asks and is answered

@@ -18,6 +18,7 @@
 #include "ModuleAlerts.h"
 #include "RemoteServer.h"
 #include "ResultOutput.h"
+#include "Sel.h"
 #include "Serve.h"
 #include "ServerAddress.h"
 #include "ServerAlerts.h"
@@ -92,6 +93,18 @@ CommandResult _carryOut(const Request& request, const Workplace& place) {
     return result;
 }
 
+// The folder is what "capture" fills.
+CommandResult _answer(const Request& request, const Workplace& place, const std::string& folder) {
+    switch (request.command) {
+        case Request::Capture:
+            return captureMachine(folder, request.isSanitized, _say);
+        case Request::Sel:
+            return listSel(request, Bmc::machine(), _say);
+        default:
+            return _carryOut(request, place);
+    }
+}
+
 int _run(const ParsedArguments& parsed, ResultOutput& output) {
     if (!parsed.isRequest) {
         if (parsed.status == EXIT_OK) {
@@ -119,9 +132,7 @@ int _run(const ParsedArguments& parsed, ResultOutput& output) {
         ModuleAlerts alerts(*server);
         return _watch(parsed.request, alerts, server->schema(), start, output);
     }
-    const CommandResult result = isCapture
-                                     ? captureMachine(folder, parsed.request.isSanitized, _say)
-                                     : _carryOut(parsed.request, place);
+    const CommandResult result = _answer(parsed.request, place, folder);
     output.write(result.text);
     return result.status;
 }

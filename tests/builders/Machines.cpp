@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "AssetText.h"
+#include "ControllerText.h"
 #include "DeviceParts.h"
 #include "FirmwareParts.h"
 #include "RaidParts.h"
@@ -89,6 +90,10 @@ void _writeHostileRaid(const std::string& root) {
     raid.host("0000:00:01.0", 1, "<&\x1B>").pciNames("\xFF\nno list at all\n");
 }
 
+void _writeController(const std::string& root, const std::string& replies) {
+    writeTestFile(root + "/dev/ipmi0.replies", replies);
+}
+
 void _writeRackServer(const std::string& root) {
     SmBiosBuilder firmware(EntryPoint::Version3, 3, 5);
     addBios(firmware, "EX2U-2.14", "03/02/2025");
@@ -118,6 +123,7 @@ void _writeRackServer(const std::string& root) {
     writeScsiDisk(root, 'd', "SAMPLE", "Flash 2", "");
     _writeRaid(root);
     _writeServiceProcessors(root, wholeServiceProcessor());
+    _writeController(root, eventfulController());
 }
 
 void _writeOldServer(const std::string& root) {
@@ -210,6 +216,7 @@ void _writeHostileTexts(const std::string& root) {
                             std::string(4000, '&') + "\nEndSection\n");
     _writeHostileRaid(root);
     _writeServiceProcessors(root, hostileServiceProcessor());
+    _writeController(root, hostileController());
 }
 
 void _writeBare(const std::string& root) {
