@@ -231,6 +231,16 @@ CIMProperty _property(const XmlElement& element) {
     }
 }
 
+// Of properties and of keys: each is compared with all before it.
+constexpr std::size_t MAX_MEMBERS = 512;
+
+void _checkCount(std::size_t count, const XmlElement& element) {
+    if (count > MAX_MEMBERS) {
+        throw XmlValueError(element.name + " holds more than " + std::to_string(MAX_MEMBERS) +
+                            " properties or keys");
+    }
+}
+
 bool _isProperty(const XmlElement& element) {
     return element.name == "PROPERTY" || element.name == "PROPERTY.ARRAY" ||
            element.name == "PROPERTY.REFERENCE";
@@ -241,6 +251,7 @@ template <class Object>
 void _addMembers(const XmlElement& element, Object& object, bool withQualifiers) {
     for (const XmlElement& child : element.children) {
         if (_isProperty(child)) {
+            _checkCount(object.getPropertyCount() + std::size_t(1), element);
             CIMProperty property = _property(child);
             if (withQualifiers) {
                 _addQualifiers(child, property);
@@ -273,6 +284,7 @@ CIMObjectPath _instanceName(const XmlElement& element, int depth) {
     Array<CIMKeyBinding> keys;
     for (const XmlElement& child : element.children) {
         if (child.name == "KEYBINDING") {
+            _checkCount(keys.size() + std::size_t(1), element);
             const CIMName name = readName(requiredAttribute(child, "NAME"));
             if (_hasKey(keys, name)) {
                 throw XmlValueError("the key " + make_string(name.getString()) +

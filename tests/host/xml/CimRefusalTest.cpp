@@ -129,6 +129,28 @@ TEST(CimRefusal, RefusesObjectsWhosePartsDoNotGoTogether) {
     EXPECT_EQ(outcome(_instance(property + property)), "CIM 4");
 }
 
+// Each is compared with all before it.
+TEST(CimRefusal, BoundsPropertiesAndKeys) {
+    const auto many = [](int count, const std::string& begin, const std::string& end) {
+        std::string text;
+        for (int i = 0; i < count; ++i) {
+            text.append(begin).append(std::to_string(i)).append(end);
+        }
+        return text;
+    };
+    const auto properties = [&many](int count) {
+        return outcome(_instance(many(count, "<PROPERTY TYPE=\"string\" NAME=\"P", "\"/>")));
+    };
+    EXPECT_EQ(properties(512), "");
+    EXPECT_EQ(properties(513), "CIM 4");
+    const auto keys = [&many](int count) {
+        return outcome(_get(
+            many(count, "<KEYBINDING NAME=\"K", "\"><KEYVALUE>x</KEYVALUE></KEYBINDING>")));
+    };
+    EXPECT_EQ(keys(512), "");
+    EXPECT_EQ(keys(513), "CIM 4");
+}
+
 TEST(CimRefusal, ReadsKeysByTheirType) {
     EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"numeric\"", "12"))), "");
     EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"numeric\"", "-12"))), "");
