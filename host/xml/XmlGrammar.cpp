@@ -8,8 +8,9 @@ namespace QZ {
 
 namespace {
 
-// One element of the DTD. Attributes stand between blanks, a required one with '!'. Children stand
-// in their order, alternatives with '|', each followed by how many there are: 1, ?, * or +.
+// One element of the DTD. Attributes stand between blanks, a required one with '!' and one whose
+// values are listed with '=' and the name of the list. Children stand in their order, alternatives
+// with '|', each followed by how many there are: 1, ?, * or +.
 struct Rule {
     std::string_view name;
     std::string_view attributes;
@@ -17,12 +18,27 @@ struct Rule {
     bool holdsText = false;
 };
 
-#define TAVQZ_FLAVOR "OVERRIDABLE TOSUBCLASS TOINSTANCE TRANSLATABLE"
-#define TAVQZ_EMBEDDED "EmbeddedObject EMBEDDEDOBJECT"
+#define TAVQZ_FLAVOR "OVERRIDABLE=flag TOSUBCLASS=flag TOINSTANCE=flag TRANSLATABLE=flag"
+#define TAVQZ_EMBEDDED "EmbeddedObject=embedded EMBEDDEDOBJECT=embedded"
+#define TAVQZ_TYPES                                                                \
+    "boolean|string|char16|uint8|sint8|uint16|sint16|uint32|sint32|uint64|sint64|" \
+    "datetime|real32|real64"
 #define TAVQZ_PROPERTIES "QUALIFIER* PROPERTY|PROPERTY.ARRAY|PROPERTY.REFERENCE*"
 #define TAVQZ_ANY_VALUE                                                                     \
     "VALUE|VALUE.ARRAY|VALUE.REFERENCE|CLASSNAME|INSTANCENAME|QUALIFIER.DECLARATION|CLASS|" \
     "INSTANCE|VALUE.NAMEDINSTANCE"
+
+// What an attribute may say, exactly.
+constexpr struct {
+    std::string_view name;
+    std::string_view values;
+} VALUES[] = {
+    {"flag", "true|false"},
+    {"type", TAVQZ_TYPES},
+    {"paramtype", TAVQZ_TYPES "|reference|object|instance"},
+    {"kind", "string|boolean|numeric"},
+    {"embedded", "object|instance"},
+};
 
 constexpr Rule RULES[] = {
     {"CIM", "CIMVERSION! DTDVERSION!", "MESSAGE1"},
@@ -31,7 +47,7 @@ constexpr Rule RULES[] = {
     {"IMETHODCALL", "NAME!", "LOCALNAMESPACEPATH1 IPARAMVALUE*"},
     {"IPARAMVALUE", "NAME!", TAVQZ_ANY_VALUE "?"},
     {"METHODCALL", "NAME!", "LOCALCLASSPATH|LOCALINSTANCEPATH1 PARAMVALUE*"},
-    {"PARAMVALUE", "NAME! PARAMTYPE " TAVQZ_EMBEDDED, TAVQZ_ANY_VALUE "|VALUE.REFARRAY?"},
+    {"PARAMVALUE", "NAME! PARAMTYPE=paramtype " TAVQZ_EMBEDDED, TAVQZ_ANY_VALUE "|VALUE.REFARRAY?"},
 
     {"LOCALNAMESPACEPATH", "", "NAMESPACE+"},
     {"NAMESPACE", "NAME!", ""},
@@ -44,7 +60,7 @@ constexpr Rule RULES[] = {
     {"INSTANCEPATH", "", "NAMESPACEPATH1 INSTANCENAME1"},
     {"LOCALINSTANCEPATH", "", "LOCALNAMESPACEPATH1 INSTANCENAME1"},
     {"KEYBINDING", "NAME!", "KEYVALUE|VALUE.REFERENCE1"},
-    {"KEYVALUE", "VALUETYPE TYPE", "", true},
+    {"KEYVALUE", "VALUETYPE=kind TYPE=type", "", true},
 
     {"VALUE", "", "", true},
     {"VALUE.NULL", "", ""},
@@ -55,28 +71,33 @@ constexpr Rule RULES[] = {
     {"VALUE.NAMEDINSTANCE", "", "INSTANCENAME1 INSTANCE1"},
 
     {"INSTANCE", "CLASSNAME! xml:lang", TAVQZ_PROPERTIES},
-    {"PROPERTY", "NAME! TYPE! CLASSORIGIN PROPAGATED xml:lang " TAVQZ_EMBEDDED,
+    {"PROPERTY", "NAME! TYPE=type! CLASSORIGIN PROPAGATED=flag xml:lang " TAVQZ_EMBEDDED,
      "QUALIFIER* VALUE?"},
-    {"PROPERTY.ARRAY", "NAME! TYPE! ARRAYSIZE CLASSORIGIN PROPAGATED xml:lang " TAVQZ_EMBEDDED,
+    {"PROPERTY.ARRAY",
+     "NAME! TYPE=type! ARRAYSIZE CLASSORIGIN PROPAGATED=flag xml:lang " TAVQZ_EMBEDDED,
      "QUALIFIER* VALUE.ARRAY?"},
-    {"PROPERTY.REFERENCE", "NAME! REFERENCECLASS CLASSORIGIN PROPAGATED",
+    {"PROPERTY.REFERENCE", "NAME! REFERENCECLASS CLASSORIGIN PROPAGATED=flag",
      "QUALIFIER* VALUE.REFERENCE?"},
-    {"QUALIFIER", "NAME! TYPE! PROPAGATED xml:lang " TAVQZ_FLAVOR, "VALUE|VALUE.ARRAY?"},
+    {"QUALIFIER", "NAME! TYPE=type! PROPAGATED=flag xml:lang " TAVQZ_FLAVOR, "VALUE|VALUE.ARRAY?"},
 
     {"CLASS", "NAME! SUPERCLASS xml:lang", TAVQZ_PROPERTIES " METHOD*"},
-    {"METHOD", "NAME! TYPE CLASSORIGIN PROPAGATED",
+    {"METHOD", "NAME! TYPE=type CLASSORIGIN PROPAGATED=flag",
      "QUALIFIER* PARAMETER|PARAMETER.REFERENCE|PARAMETER.ARRAY|PARAMETER.REFARRAY*"},
-    {"PARAMETER", "NAME! TYPE!", "QUALIFIER*"},
+    {"PARAMETER", "NAME! TYPE=type!", "QUALIFIER*"},
     {"PARAMETER.REFERENCE", "NAME! REFERENCECLASS", "QUALIFIER*"},
-    {"PARAMETER.ARRAY", "NAME! TYPE! ARRAYSIZE", "QUALIFIER*"},
+    {"PARAMETER.ARRAY", "NAME! TYPE=type! ARRAYSIZE", "QUALIFIER*"},
     {"PARAMETER.REFARRAY", "NAME! REFERENCECLASS ARRAYSIZE", "QUALIFIER*"},
-    {"QUALIFIER.DECLARATION", "NAME! TYPE! ISARRAY ARRAYSIZE " TAVQZ_FLAVOR,
+    {"QUALIFIER.DECLARATION", "NAME! TYPE=type! ISARRAY=flag ARRAYSIZE " TAVQZ_FLAVOR,
      "SCOPE? VALUE|VALUE.ARRAY?"},
-    {"SCOPE", "CLASS ASSOCIATION REFERENCE PROPERTY METHOD PARAMETER INDICATION", ""},
+    {"SCOPE",
+     "CLASS=flag ASSOCIATION=flag REFERENCE=flag PROPERTY=flag METHOD=flag PARAMETER=flag "
+     "INDICATION=flag",
+     ""},
 };
 
 #undef TAVQZ_FLAVOR
 #undef TAVQZ_EMBEDDED
+#undef TAVQZ_TYPES
 #undef TAVQZ_PROPERTIES
 #undef TAVQZ_ANY_VALUE
 
@@ -106,13 +127,26 @@ const Rule& _rule(const XmlElement& element) {
     throw XmlLayoutError(element.name + " is no element of a request");
 }
 
+// That `text` is in the list of that name; an empty name stands for any text.
+void _checkValue(const XmlElement& element, std::string_view attribute, const std::string& text,
+                 std::string_view list) {
+    for (const auto& known : VALUES) {
+        if (known.name == list && !_isAmong(known.values, text)) {
+            throw XmlLayoutError(element.name + "'s " + std::string(attribute) + " is \"" + text +
+                                 "\"");
+        }
+    }
+}
+
 void _checkAttributes(const XmlElement& element, std::string_view allowed) {
     std::size_t known = 0;
     while (!allowed.empty()) {
-        std::string_view name = _next(allowed, ' ');
-        const bool isRequired = name.back() == '!';
-        name.remove_suffix(isRequired ? 1 : 0);
-        if (element.attribute(name)) {
+        std::string_view list = _next(allowed, ' ');
+        const bool isRequired = list.back() == '!';
+        list.remove_suffix(isRequired ? 1 : 0);
+        const std::string_view name = _next(list, '=');
+        if (const std::string* const text = element.attribute(name)) {
+            _checkValue(element, name, *text, list);
             ++known;
         } else if (isRequired) {
             throw XmlLayoutError(element.name + " has no " + std::string(name));

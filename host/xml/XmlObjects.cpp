@@ -33,21 +33,8 @@ CIMType _type(const XmlElement& element) {
     return type;
 }
 
-// What kind of key it is: by VALUETYPE, or where that is left out by TYPE.
-CIMKeyBinding::Type _keyType(const XmlElement& element) {
-    if (const std::string* const kind = element.attribute("VALUETYPE")) {
-        if (*kind == "boolean") {
-            return CIMKeyBinding::BOOLEAN;
-        }
-        if (*kind != "string" && *kind != "numeric") {
-            throw XmlLayoutError("VALUETYPE is \"" + *kind + "\"");
-        }
-        return *kind == "string" ? CIMKeyBinding::STRING : CIMKeyBinding::NUMERIC;
-    }
-    if (!element.attribute("TYPE")) {
-        return CIMKeyBinding::STRING;
-    }
-    switch (_type(element)) {
+CIMKeyBinding::Type _keyTypeOf(CIMType type) {
+    switch (type) {
         case CIMTYPE_BOOLEAN:
             return CIMKeyBinding::BOOLEAN;
         case CIMTYPE_STRING:
@@ -59,6 +46,24 @@ CIMKeyBinding::Type _keyType(const XmlElement& element) {
         default:
             return CIMKeyBinding::NUMERIC;
     }
+}
+
+// What kind of key it is, by VALUETYPE or by TYPE, which must agree.
+CIMKeyBinding::Type _keyType(const XmlElement& element) {
+    const std::string* const kind = element.attribute("VALUETYPE");
+    const bool isTyped = element.attribute("TYPE") != nullptr;
+    CIMKeyBinding::Type type = CIMKeyBinding::STRING;
+    if (kind) {
+        type = *kind == "boolean"   ? CIMKeyBinding::BOOLEAN
+               : *kind == "numeric" ? CIMKeyBinding::NUMERIC
+                                    : CIMKeyBinding::STRING;
+        if (isTyped && type != _keyTypeOf(_type(element))) {
+            throw XmlValueError("VALUETYPE and TYPE of KEYVALUE do not go together");
+        }
+    } else if (isTyped) {
+        type = _keyTypeOf(_type(element));
+    }
+    return type;
 }
 
 CIMType _numericType(const XmlElement& element) {

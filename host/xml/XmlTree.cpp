@@ -38,6 +38,21 @@ bool _isOwnEntity(std::string_view behindAmpersand) {
     return false;
 }
 
+// Where the document type that begins at `at` ends, if one does; else 0. It declares nothing
+// itself, but the name of where it is declared may hold anything between its quotes.
+std::size_t _endOfDoctype(std::string_view document, std::size_t at) {
+    constexpr std::string_view OPENING = "<!DOCTYPE";
+    if (document.substr(at, OPENING.size()) != OPENING) {
+        return 0;
+    }
+    at = document.find_first_of("\"'>", at);
+    while (at != document.npos && document[at] != '>') {
+        const std::size_t end = document.find(document[at], at + 1);
+        at = end == document.npos ? end : document.find_first_of("\"'>", end + 1);
+    }
+    return std::min(at, document.size());
+}
+
 // Whether a well-formed document refers to another entity than XML's own five.
 bool _namesUnknownEntity(std::string_view document) {
     std::size_t at = document.find_first_of("<&");
@@ -45,7 +60,7 @@ bool _namesUnknownEntity(std::string_view document) {
         if (document[at] == '&' && !_isOwnEntity(document.substr(at + 1))) {
             return true;
         }
-        std::size_t next = at + 1;
+        std::size_t next = std::max(at + 1, _endOfDoctype(document, at));
         for (const auto& [opening, closing] :
              {std::pair("<!--", "-->"), std::pair("<![CDATA[", "]]>"), std::pair("<?", "?>")}) {
             next = std::max(next, _endOf(document, at, opening, closing));
@@ -153,8 +168,11 @@ private:
         }
     }
 
-    static void _onDeclaration(void* data, const XML_Char* /*version*/, const XML_Char* encoding,
+    static void _onDeclaration(void* data, const XML_Char* version, const XML_Char* encoding,
                                int /*standalone*/) {
+        if (version && std::string_view(version) != "1.0") {
+            return _self(data)._refuse("the version of XML is not 1.0");
+        }
         if (encoding && !sameName(encoding, "UTF-8") && !sameName(encoding, "US-ASCII")) {
             _self(data)._refuse("the encoding is neither UTF-8 nor US-ASCII");
         }

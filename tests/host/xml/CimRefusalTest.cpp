@@ -88,6 +88,23 @@ TEST(CimRefusal, HoldsRequestsToTheDtd) {
     EXPECT_EQ(outcome(_get("<KEYVALUE>x</KEYVALUE>")), "");
 }
 
+TEST(CimRefusal, TakesTheValuesThatTheDtdLists) {
+    const auto property = [](const std::string& attributes) {
+        return outcome(_instance("<PROPERTY NAME=\"P\" " + attributes + "/>"));
+    };
+    EXPECT_EQ(property("TYPE=\"uint8\" PROPAGATED=\"true\""), "");
+    EXPECT_EQ(property("TYPE=\"UINT8\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"uint\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"boolean|string\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"reference\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"string\" PROPAGATED=\"maybe\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"string\" EmbeddedObject=\"thing\""), NOT_VALID);
+    EXPECT_EQ(property("TYPE=\"string\" EmbeddedObject=\"object\""), "CIM 4");
+    EXPECT_EQ(outcome(_instance("<QUALIFIER NAME=\"Q\" TYPE=\"string\" OVERRIDABLE=\"1\"/>")),
+              NOT_VALID);
+}
+
 TEST(CimRefusal, RefusesCallsItDoesNotKnow) {
     EXPECT_EQ(outcome(requestText("Reboot", "")), "CIM 7");
     EXPECT_EQ(outcome(requestText("GetClass", "")), "CIM 4");
@@ -144,8 +161,8 @@ TEST(CimRefusal, BoundsPropertiesAndKeys) {
     EXPECT_EQ(properties(512), "");
     EXPECT_EQ(properties(513), "CIM 4");
     const auto keys = [&many](int count) {
-        return outcome(_get(
-            many(count, "<KEYBINDING NAME=\"K", "\"><KEYVALUE>x</KEYVALUE></KEYBINDING>")));
+        return outcome(
+            _get(many(count, "<KEYBINDING NAME=\"K", "\"><KEYVALUE>x</KEYVALUE></KEYBINDING>")));
     };
     EXPECT_EQ(keys(512), "");
     EXPECT_EQ(keys(513), "CIM 4");
@@ -158,7 +175,10 @@ TEST(CimRefusal, ReadsKeysByTheirType) {
     EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"numeric\"", ""))), "CIM 4");
     EXPECT_EQ(outcome(_get(_key("TYPE=\"uint8\"", "256"))), "CIM 4");
     EXPECT_EQ(outcome(_get(_key("TYPE=\"boolean\"", "maybe"))), "CIM 4");
-    EXPECT_EQ(outcome(_get(_key("TYPE=\"word\"", "x"))), "CIM 4");
+    EXPECT_EQ(outcome(_get(_key("TYPE=\"word\"", "x"))), NOT_VALID);
+    EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"string\" TYPE=\"uint8\"", "1"))), "CIM 4");
+    EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"numeric\" TYPE=\"string\"", "1"))), "CIM 4");
+    EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"string\" TYPE=\"datetime\"", "x"))), "");
     EXPECT_EQ(outcome(_get(_key("VALUETYPE=\"word\"", "x"))), NOT_VALID);
     const std::string key = _key("", "x");
     EXPECT_EQ(outcome(_get(key + _replaced(key, "\"K\"", "\"k\""))), "CIM 4");

@@ -42,6 +42,17 @@ TEST(XmlTree, TakesNoEntitiesButXmlsOwn) {
               "&&x;A");
 }
 
+TEST(XmlTree, TakesAnythingForTheNameOfADocumentType) {
+    EXPECT_EQ(_parse("<!DOCTYPE CIM SYSTEM \"http://a/?b&c;>'\"><a>&amp;</a>").text, "&");
+    EXPECT_THROW(_parse("<!DOCTYPE CIM SYSTEM \"a&b\"><a>&nbsp;</a>"), XmlError);
+    EXPECT_THROW(_parse("<!DOCTYPE CIM SYSTEM \"a&b\"><a x='&nbsp;'/>"), XmlError);
+}
+
+TEST(XmlTree, TakesXmlOfOneVersion) {
+    EXPECT_NO_THROW(_parse("<?xml version='1.0'?><a/>"));
+    EXPECT_THROW(_parse("<?xml version='1.1'?><a/>"), XmlError);
+}
+
 TEST(XmlTree, RefusesAnEntityBomb) {
     std::string bomb = "<!DOCTYPE a [<!ENTITY e0 'ha'>";
     for (int i = 1; i < 30; ++i) {
