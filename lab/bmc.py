@@ -58,6 +58,26 @@ def fru(size, chassis=b"", board=b"", product=b""):
     return data.ljust(size, b"\xFF")
 
 
+def sensor(record, sensor_type, number, reading_type, name):
+    """A compact sensor record (43.2) of a sensor of the BMC's."""
+    text = name.encode("ascii")
+    body = bytes([0x20, 0, number, 7, 1, 0x67, 0x40, sensor_type, reading_type]).ljust(26, b"\0")
+    body += bytes([0xC0 | len(text)]) + text
+    return struct.pack("<HBBB", record, 0x51, 0x02, len(body)) + body
+
+
+def event(kind, content):
+    """The arguments of the raw command that adds a record to the event log (31.6). Number and time
+    are the BMC's."""
+    return " ".join(["0x0a 0x44 0 0", hex(kind), *map(hex, content.ljust(13, b"\xFF"))])
+
+
+def system_event(sensor_type, number, reading_type, *data, generator=0x20):
+    """Such a command for a system event (32.1); bit 7 of the reading type is its end."""
+    return event(0x02, bytes([0, 0, 0, 0, generator, 0, 4, sensor_type, number, reading_type,
+                              *data]))
+
+
 def fru_locator(record, fru_id, name, entity, instance):
     """A FRU device locator record (43.8) of a logical FRU device behind the BMC."""
     text = name.encode("ascii")

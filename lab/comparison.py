@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """What the guest answered against what the machine was built with, as a table."""
 import dataclasses
+import datetime
 import re
 import uuid
 
@@ -134,6 +135,48 @@ def controller_row(value, served, answers):
 def limit_row(name, limit, measured, unit):
     """A figure that may not be above its limit."""
     return Row(name, f"{limit:g} {unit}", (f"{measured:g} {unit}",), measured <= limit)
+
+
+@dataclasses.dataclass(frozen=True)
+class Event:
+    """A record of the event log: time to the second, sensor, and whether it began or ended."""
+    number: int
+    time: str
+    sensor: str
+    state: str
+
+    def __str__(self):
+        return " ".join(filter(None, [self.time, self.sensor, self.state]))
+
+
+def ipmitool_events(text):
+    """The lines of its extended list."""
+    for line in text.splitlines():
+        cells = [cell.strip() for cell in line.split("|")]
+        is_timed = re.fullmatch(r"\d\d/\d\d/\d\d", cells[1])
+        has_state = cells[-1] in ("Asserted", "Deasserted")
+        yield Event(int(cells[0], 16), f"{cells[1]} {cells[2]}" if is_timed else "",
+                    cells[3 if is_timed else 1], cells[-1] if has_state else "")
+
+
+def tavqz_event(event):
+    """As ipmitool writes it, but for the sensor's type in front of its name or number."""
+    when = event["time"] and datetime.datetime.fromisoformat(event["time"])
+    sensor = event["sensor"] or f"#0x{event['sensorNumber'] or 0:02x}"
+    return Event(event["record"],
+                 when.astimezone(datetime.timezone.utc).strftime("%m/%d/%y %X UTC") if when else "",
+                 sensor if event["type"] == 2 else f"OEM record {event['type']:02x}",
+                 {True: "Asserted", False: "Deasserted", None: ""}[event["asserted"]])
+
+
+def event_rows(listed, events):
+    """What ipmitool and tavqz say of the event log, a row for each record."""
+    theirs, ours = list(ipmitool_events(listed)), list(map(tavqz_event, events))
+    yield value_row("records", str(len(theirs)), str(len(ours)))
+    for their, our in zip(theirs, ours):
+        is_same = their.sensor.endswith(our.sensor) and their == dataclasses.replace(
+            our, sensor=their.sensor)
+        yield Row(f"record {their.number}", str(their), (SAME if is_same else str(our),), is_same)
 
 
 def layout(headings, rows):

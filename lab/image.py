@@ -22,7 +22,8 @@ PEERS = [("dmidecode", "usr/sbin/dmidecode"), ("lshw", "usr/bin/lshw"),
 # The packages of the libraries of all that runs inside, where this machine does not have them.
 PEER_LIBRARIES = ["libfreeipmi17", "libreadline8", "libssl3"]
 LIBRARIES = ["libc6", "libgcc-s1", "libstdc++6", "libtinfo6", "libgcrypt20", "libgpg-error0",
-             "libmd0", "libexpat1", "libicu72", "libpam0g", "libaudit1", "libcap-ng0"]
+             "libmd0", "libexpat1", "libicu72", "libpam0g", "libaudit1", "libcap-ng0", "libpci3",
+             "libudev1", "zlib1g"]
 
 
 class Libraries:
@@ -144,7 +145,8 @@ class Image:
                               [build / "lib", *library_folders(self._packages, self._architecture,
                                                                self._folder)])
         archive = Archive()
-        for file in ("bin/tavqz", "lib/libAssetIDProvider.so", "lib/libtav_shrdevice.so"):
+        for file in ("bin/tavqz", "lib/libAssetIDProvider.so", "lib/libTavqzRaidProvider.so",
+                     "lib/libtav_shrdevice.so"):
             libraries.add_program(archive, f"opt/tavqz/{file}", build / file)
         archive.add_tree("opt/tavqz/share/tavqz", build / "share/tavqz")
         archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")

@@ -111,7 +111,28 @@ FRUS = [
                                            "EXR2000072", "EXPN-R2")),
 ]
 SENSOR_DATA_RECORDS = [bmc.fru_locator(1, 0, "System", 0x07, 1),
-                       bmc.fru_locator(2, 1, "Riser 2", 0x10, 1)]
+                       bmc.fru_locator(2, 1, "Riser 2", 0x10, 1),
+                       bmc.sensor(3, 0x08, 0x41, 0x6F, "PSU 1"),
+                       bmc.sensor(4, 0x15, 0x60, 0x03, "Riser Fault"),
+                       bmc.sensor(5, 0x07, 0x90, 0x6F, "CPU 1")]
+
+# What has happened to it, put into its event log before anybody asks: with and without a name of
+# the sensor, beginnings and ends, what the standard's tables do not name, a maker's own records.
+EVENTS = [
+    bmc.system_event(0x08, 0x41, 0x6F, 0x03),
+    bmc.system_event(0x08, 0x41, 0xEF, 0x03),
+    bmc.system_event(0x15, 0x60, 0x03, 0x01),
+    bmc.system_event(0x15, 0x60, 0x03, 0x00),
+    bmc.system_event(0x07, 0x90, 0x6F, 0x01),
+    bmc.system_event(0x0C, 0x90, 0x6F, 0x00, generator=0x33),
+    bmc.system_event(0x09, 0x42, 0x6F, 0x03),
+    bmc.system_event(0x09, 0x42, 0x6F, 0x04),
+    bmc.system_event(0x25, 0x61, 0x6F, 0x00),
+    bmc.system_event(0x25, 0x61, 0x6F, 0x01),
+    bmc.system_event(0xC5, 0x62, 0x70, 0x01),
+    bmc.event(0xC0, b"\0\0\0\0\x39\x30\0maker"),
+    bmc.event(0xFB, b"thirteen byte"),
+]
 
 # What is done to the BMC before anybody asks it: the arguments of raw commands. It got a restart, a
 # progress of the firmware and another restart into its event log (IPMI 2.0, 31.6), and the operating
