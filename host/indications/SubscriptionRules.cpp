@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "SubscriptionRules.h"
 
-#include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/Exception.h>
 
@@ -12,6 +11,7 @@
 #include "ClassConversion.h"
 #include "ListenerUrl.h"
 #include "SubscriptionProperties.h"
+#include "SubscriptionTime.h"
 #include "System.h"
 
 namespace QZ {
@@ -22,6 +22,9 @@ namespace {
 
 constexpr const char* SYSTEM_CLASS = "CIM_ComputerSystem";
 constexpr const char* STATE = "SubscriptionState";
+constexpr const char* LAST_CHANGE = "TimeOfLastStateChange";
+// What a client has no say in.
+constexpr const char* SERVERS_TIMES[] = {SUBSCRIPTION_START, SUBSCRIPTION_REMAINING, LAST_CHANGE};
 constexpr Uint16 ENABLED = 2;    // SubscriptionState
 constexpr Uint16 IGNORE = 2;     // OnFatalErrorPolicy
 constexpr Uint16 NONE = 2;       // RepeatNotificationPolicy
@@ -48,18 +51,22 @@ void _default(CIMInstance& instance, const char* property, const CIMValue& value
     }
 }
 
+std::string _name(const CIMInstance& instance) {
+    return make_string(instance.getClassName().getString());
+}
+
 CIMValue _string(const std::string& text) {
     return CIMValue(make_String(text));
 }
 
 void _fillIn(CIMInstance& instance, const std::string& className) {
     if (sameName(className, SUBSCRIPTION_CLASS)) {
-        const CIMValue now(CIMDateTime::getCurrentDateTime());
+        const CIMValue now(currentTime());
         _default(instance, STATE, CIMValue(ENABLED));
         _default(instance, "OnFatalErrorPolicy", CIMValue(IGNORE));
         _default(instance, "RepeatNotificationPolicy", CIMValue(NONE));
-        _default(instance, "SubscriptionStartTime", now);
-        _default(instance, "TimeOfLastStateChange", now);
+        _default(instance, SUBSCRIPTION_START, now);
+        _default(instance, LAST_CHANGE, now);
         return;
     }
     _default(instance, "SystemCreationClassName", _string(SYSTEM_CLASS));
@@ -76,6 +83,13 @@ void _checkDestination(const CIMInstance& destination) {
         (void)parseListenerUrl(textOf(destination, "Destination"));
     } catch (const Error& error) {
         _refuse(std::string("Destination: ") + error.what());
+    }
+}
+
+void _refuseExpired(const CIMInstance& instance) {
+    if (sameName(_name(instance), SUBSCRIPTION_CLASS) &&
+        secondsRemaining(instance) == std::uint64_t(0)) {
+        _refuse("SubscriptionDuration: that time is over already; null is for ever");
     }
 }
 
@@ -101,6 +115,20 @@ const ClassDeclaration& SubscriptionRules::_class(const CIMNamespaceName& nameSp
 
 CIMInstance SubscriptionRules::made(const CIMNamespaceName& nameSpace,
                                     const CIMInstance& given) const {
+    CIMInstance own = given.clone();
+    for (const char* const property : SERVERS_TIMES) {
+        const Uint32 at = own.findProperty(CIMName(property));
+        if (at != PEG_NOT_FOUND && sameName(_name(own), SUBSCRIPTION_CLASS)) {
+            own.removeProperty(at);
+        }
+    }
+    CIMInstance instance = restored(nameSpace, own);
+    _refuseExpired(instance);
+    return instance;
+}
+
+CIMInstance SubscriptionRules::restored(const CIMNamespaceName& nameSpace,
+                                        const CIMInstance& given) const {
     const ClassDeclaration& declared = _class(nameSpace, given.getClassName());
     CIMInstance instance(CIMName(make_String(declared.name)));
     instance.setPath(CIMObjectPath(String(), nameSpace, instance.getClassName()));
@@ -146,14 +174,15 @@ CIMInstance SubscriptionRules::changed(const CIMInstance& kept, const CIMInstanc
     _fillIn(instance, declared.name);
     if (sameName(declared.name, SUBSCRIPTION_CLASS) &&
         numberOf(instance, STATE) != numberOf(kept, STATE)) {
-        setValue(instance, "TimeOfLastStateChange", CIMValue(CIMDateTime::getCurrentDateTime()));
+        setValue(instance, LAST_CHANGE, CIMValue(currentTime()));
     }
     _check(instance);
+    _refuseExpired(instance);
     return instance;
 }
 
 void SubscriptionRules::_check(const CIMInstance& instance) const {
-    const std::string className = make_string(instance.getClassName().getString());
+    const std::string className = _name(instance);
     if (sameName(className, FILTER_CLASS)) {
         filterTerms(instance);
     } else if (sameName(className, DESTINATION_CLASS)) {

@@ -34,9 +34,14 @@ public:
     explicit SubscriptionRules(const Schema& schema) : _schema(schema) {}
 
     // A client's new instance of such a class in a namespace as it is kept: every property of its
-    // declared type, keys and what has a default filled in, and its path.
+    // declared type, keys and what has a default filled in, and its path. A subscription begins
+    // now, whatever the client says.
     Pegasus::CIMInstance made(const Pegasus::CIMNamespaceName& nameSpace,
                               const Pegasus::CIMInstance& given) const;
+
+    // The same of one that was kept, with the times that it had.
+    Pegasus::CIMInstance restored(const Pegasus::CIMNamespaceName& nameSpace,
+                                  const Pegasus::CIMInstance& kept) const;
 
     // The kept instance with those properties of the given one that are named, or with all that it
     // has. Keys stay.

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "CimText.h"
+#include "SubscriptionTime.h"
 
 namespace QZ {
 
@@ -29,6 +30,19 @@ bool _isSubscription(const CIMInstance& instance) {
 // A copy: handles that are copied share what they hold.
 CIMInstance _copied(const CIMInstance& instance) {
     return instance.clone();
+}
+
+bool _hasExpired(const CIMInstance& instance) {
+    return _isSubscription(instance) && secondsRemaining(instance) == std::uint64_t(0);
+}
+
+// As a client sees it.
+CIMInstance _shown(const CIMInstance& instance) {
+    CIMInstance shown = _copied(instance);
+    if (const auto seconds = secondsRemaining(instance)) {
+        setValue(shown, SUBSCRIPTION_REMAINING, CIMValue(Uint64(*seconds)));
+    }
+    return shown;
 }
 
 }  // namespace
@@ -68,7 +82,7 @@ bool SubscriptionStore::_loadEntry(const std::string& text, bool isSubscription,
     try {
         const CIMInstance read = readEntry(text, _schema);
         if (_isSubscription(read) == isSubscription) {
-            _entries.push_back(_checked(_rules.made(read.getPath().getNameSpace(), read)));
+            _entries.push_back(_checked(_rules.restored(read.getPath().getNameSpace(), read)));
             return true;
         }
         reason = "it is of no use without others";
@@ -105,7 +119,7 @@ const SubscriptionStore::Entry* SubscriptionStore::_find(const std::string& iden
 
 const SubscriptionStore::Entry& SubscriptionStore::_existing(const CIMObjectPath& path) const {
     const Entry* const entry = _find(_rules.identity(path));
-    if (!entry) {
+    if (!entry || _hasExpired(entry->instance)) {
         throw CIMException(CIM_ERR_NOT_FOUND, path.toString());
     }
     return *entry;
@@ -147,15 +161,19 @@ void SubscriptionStore::_refuseIfUsed(const Entry& entry) const {
 }
 
 // Saved before they count.
-void SubscriptionStore::_replace(Entries entries) {
+void SubscriptionStore::_save(const Entries& entries) {
     std::vector<std::string> texts;
     texts.reserve(entries.size() + _unread.size());
     for (const Entry& entry : entries) {
         texts.push_back(entryText(entry.instance));
     }
     texts.insert(texts.end(), _unread.begin(), _unread.end());
+    _file.save(texts);
+}
+
+void SubscriptionStore::_replace(Entries entries) {
     try {
-        _file.save(texts);
+        _save(entries);
     } catch (const Error& error) {
         throw CIMException(CIM_ERR_FAILED, make_String(error.what()));
     }
@@ -168,8 +186,9 @@ std::vector<CIMInstance> SubscriptionStore::instances(const CIMNamespaceName& na
     std::vector<CIMInstance> found;
     for (const Entry& entry : _entries) {
         if (sameName(_className(entry.instance), className) &&
-            entry.instance.getPath().getNameSpace().equal(nameSpace)) {
-            found.push_back(_copied(entry.instance));
+            entry.instance.getPath().getNameSpace().equal(nameSpace) &&
+            !_hasExpired(entry.instance)) {
+            found.push_back(_shown(entry.instance));
         }
     }
     return found;
@@ -177,7 +196,7 @@ std::vector<CIMInstance> SubscriptionStore::instances(const CIMNamespaceName& na
 
 CIMInstance SubscriptionStore::get(const CIMObjectPath& path) const {
     const std::lock_guard<std::mutex> lock(_mutex);
-    return _copied(_existing(path).instance);
+    return _shown(_existing(path).instance);
 }
 
 CIMObjectPath SubscriptionStore::create(const CIMNamespaceName& nameSpace,
@@ -208,6 +227,42 @@ void SubscriptionStore::remove(const CIMObjectPath& path) {
     Entries entries = _entries;
     entries.erase(entries.begin() + (&entry - _entries.data()));
     _replace(std::move(entries));
+}
+
+std::vector<SubscriptionTerms> SubscriptionStore::removeExpired(const Log& log) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    std::vector<SubscriptionTerms> removed;
+    Entries left;
+    for (const Entry& entry : _entries) {
+        if (_hasExpired(entry.instance)) {
+            removed.push_back(_terms(entry));
+        } else {
+            left.push_back(entry);
+        }
+    }
+    if (removed.empty()) {
+        return removed;
+    }
+    try {
+        _save(left);
+    } catch (const Error& error) {
+        log(error.what());
+    }
+    _entries = std::move(left);
+    return removed;
+}
+
+std::optional<std::uint64_t> SubscriptionStore::secondsToExpiry() const {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    std::optional<std::uint64_t> first;
+    for (const Entry& entry : _entries) {
+        const std::optional<std::uint64_t> seconds =
+            _isSubscription(entry.instance) ? secondsRemaining(entry.instance) : std::nullopt;
+        if (seconds && (!first || *seconds < *first)) {
+            first = seconds;
+        }
+    }
+    return first;
 }
 
 SubscriptionTerms SubscriptionStore::_terms(const Entry& entry) const {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -36,7 +37,8 @@ public:
     // object.
     SubscriptionStore(const Schema& schema, const std::string& file, const Log& log);
 
-    // Those of exactly that class, with their paths.
+    // Those of exactly that class, with their paths. A subscription tells how long it still has;
+    // one that has expired is not there, also not to be got.
     std::vector<Pegasus::CIMInstance> instances(const Pegasus::CIMNamespaceName& nameSpace,
                                                 const std::string& className) const;
     // CIM_ERR_NOT_FOUND where there is none.
@@ -50,6 +52,12 @@ public:
     void modify(const Pegasus::CIMObjectPath& path, const Pegasus::CIMInstance& given,
                 const Pegasus::CIMPropertyList& properties);
     void remove(const Pegasus::CIMObjectPath& path);
+
+    // Removes the subscriptions that have expired, and answers what they were. Where that cannot be
+    // saved it is told to the log: they will have expired at the next start, too.
+    std::vector<SubscriptionTerms> removeExpired(const Log& log);
+    // In how many seconds one will; none where none will.
+    std::optional<std::uint64_t> secondsToExpiry() const;
 
     // Of a subscription that is there; and of all.
     SubscriptionTerms terms(const Pegasus::CIMObjectPath& path) const;
@@ -75,6 +83,7 @@ private:
     void _refuseIfUsed(const Entry& entry) const;
     SubscriptionTerms _terms(const Entry& entry) const;
     void _replace(Entries entries);
+    void _save(const Entries& entries);
 
     const SubscriptionRules _rules;
     const Schema& _schema;

@@ -14,14 +14,20 @@ using namespace Pegasus;
 
 Subscriptions::Subscriptions(InProcessServer& providers, const std::string& file, const Log& log,
                              const HttpTrust& trust)
-    : _store(providers.schema(), file, log),
+    : _log(log),
+      _store(providers.schema(), file, log),
       _queues([trust](const DeliveryQueues::Alert& alert) { sendAlert(alert, trust); }, log),
       _router(
           providers,
           [this](const std::string& destination, DeliveryQueues::Alert alert) {
               _queues.push(destination, std::move(alert));
           },
-          log) {}
+          log),
+      _expiry([this] {
+          const std::lock_guard<std::mutex> lock(_changes);
+          _removeExpired();
+          return _store.secondsToExpiry();
+      }) {}
 
 bool Subscriptions::_isSubscription(const CIMObjectPath& path) {
     return sameName(make_string(path.getClassName().getString()), SUBSCRIPTION_CLASS);
@@ -29,11 +35,20 @@ bool Subscriptions::_isSubscription(const CIMObjectPath& path) {
 
 void Subscriptions::start() {
     const std::lock_guard<std::mutex> lock(_changes);
+    _removeExpired();
     _router.start(_store.allTerms());
+    _expiry.start();
+}
+
+void Subscriptions::_removeExpired() {
+    for (const SubscriptionTerms& terms : _store.removeExpired(_log)) {
+        _router.disconnect(terms);
+    }
 }
 
 CIMObjectPath Subscriptions::create(const CIMNamespaceName& nameSpace, const CIMInstance& given) {
     const std::lock_guard<std::mutex> lock(_changes);
+    _removeExpired();
     CIMObjectPath path = _store.create(nameSpace, given);
     if (!_isSubscription(path)) {
         return path;
@@ -44,6 +59,7 @@ CIMObjectPath Subscriptions::create(const CIMNamespaceName& nameSpace, const CIM
         _store.remove(path);
         throw;
     }
+    _expiry.wake();
     return path;
 }
 
@@ -56,6 +72,7 @@ void Subscriptions::modify(const CIMObjectPath& path, const CIMInstance& given,
     }
     const SubscriptionTerms before = _store.terms(path);
     _store.modify(path, given, properties);
+    _expiry.wake();
     const SubscriptionTerms after = _store.terms(path);
     if (before.isEnabled == after.isEnabled) {
         return;
@@ -74,6 +91,7 @@ void Subscriptions::modify(const CIMObjectPath& path, const CIMInstance& given,
 
 void Subscriptions::remove(const CIMObjectPath& path) {
     const std::lock_guard<std::mutex> lock(_changes);
+    _removeExpired();
     if (_isSubscription(path)) {
         const SubscriptionTerms terms = _store.terms(path);
         _store.remove(path);

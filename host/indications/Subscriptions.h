@@ -8,14 +8,15 @@
 
 #include "AlertRouter.h"
 #include "DeliveryQueues.h"
+#include "ExpiryThread.h"
 #include "HttpTrust.h"
 #include "SubscriptionStore.h"
 
 namespace QZ {
 
 // The subscriptions of a server: what clients make by instance operations is kept in a file, and
-// has alerts sent. Any thread may call; a call that changes a subscription waits for the provider.
-// Operations throw CIMException.
+// has alerts sent, until it expires. Any thread may call; a call that changes a subscription waits
+// for the provider. Operations throw CIMException.
 class Subscriptions {
 public:
     using Log = std::function<void(const std::string& line)>;
@@ -25,7 +26,8 @@ public:
     Subscriptions(InProcessServer& providers, const std::string& file, const Log& log,
                   const HttpTrust& trust = {});
 
-    // Takes up the subscriptions of an earlier run. Called once, before any other.
+    // Takes up the subscriptions of an earlier run that have not expired meanwhile. Called once,
+    // before any other. Throws Error where the system has no thread to give.
     void start();
 
     static bool serves(const std::string& className) { return isSubscriptionClass(className); }
@@ -44,12 +46,16 @@ public:
 
 private:
     static bool _isSubscription(const Pegasus::CIMObjectPath& path);
+    void _removeExpired();
 
+    const Log _log;
     std::mutex _changes;
     SubscriptionStore _store;
     // Outlives the router, which fills it.
     DeliveryQueues _queues;
     AlertRouter _router;
+    // Works with all of them.
+    ExpiryThread _expiry;
 };
 
 }  // namespace QZ

@@ -122,6 +122,7 @@ TEST(SendAlert, WaitsForNoOtherListener) {
             },
             [&](const std::string& line) { log.push_back(line); });
         queues.push("silent", _alert("https://127.0.0.1:" + std::to_string(silent.port()) + "/"));
+        EXPECT_TRUE(silent.awaitClient());
         queues.push("prompt", _alert(prompt.url()));
         EXPECT_EQ(taken.get_future().wait_for(std::chrono::seconds(4)), std::future_status::ready)
             << "before the other one's time is up";

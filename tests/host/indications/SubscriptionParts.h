@@ -6,9 +6,11 @@
 #include <Pegasus/Common/Exception.h>
 
 #include <string>
+#include <vector>
 
 #include "BuildPaths.h"
 #include "CimText.h"
+#include "InProcessServer.h"
 #include "MofParser.h"
 #include "Schema.h"
 
@@ -78,4 +80,18 @@ std::string refusal(Call call) {
         return std::to_string(exception.getCode()) + " " + QZ::make_string(exception.getMessage());
     }
     return "accepted";
+}
+
+// What the provider of the alerts was called with since somebody asked last.
+inline std::vector<std::string> calls(QZ::InProcessServer& providers) {
+    using namespace Pegasus;
+    const CIMInstance found =
+        providers.enumerateInstances(CIMObjectPath(String(), "root/tavqz", "TEST_Calls"))[0];
+    Array<String> made;
+    found.getProperty(0).getValue().get(made);
+    std::vector<std::string> texts;
+    for (Uint32 i = 0; i < made.size(); ++i) {
+        texts.push_back(QZ::make_string(made[i]));
+    }
+    return texts;
 }

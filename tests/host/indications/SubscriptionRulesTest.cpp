@@ -5,7 +5,9 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <gmock/gmock.h>
 
+#include "ManualClock.h"
 #include "SubscriptionParts.h"
+#include "SubscriptionTime.h"
 
 using namespace QZ;
 using namespace Pegasus;
@@ -76,6 +78,28 @@ TEST(SubscriptionRules, RefusesWhatIsIncomplete) {
                 StartsWith("4 CreationClassName: "));
     EXPECT_THAT(_refusal(Parts("CIM_ListenerDestination").set("Name", "d")), StartsWith("5 "));
     EXPECT_THAT(_refusal(filter("f"), "root/other"), StartsWith("3 "));
+}
+
+TEST(SubscriptionRules, BeginASubscriptionNow) {
+    const ManualClock clock;
+    const CIMObjectPath of("CIM_IndicationFilter.Name=\"f\"");
+    const CIMObjectPath to("CIM_ListenerDestinationCIMXML.Name=\"d\"");
+    Parts given = subscription(of, to);
+    given.set("SubscriptionStartTime", CIMDateTime("20200101000000.000000+000"))
+        .set("TimeOfLastStateChange", CIMDateTime("20200101000000.000000+000"))
+        .set("SubscriptionTimeRemaining", Uint64(7))
+        .set("SubscriptionDuration", Uint64(9));
+    const CIMInstance made = _made(given);
+    for (const char* const property : {"SubscriptionStartTime", "TimeOfLastStateChange"}) {
+        EXPECT_EQ(textOf(made, property), make_string(currentTime().toString())) << property;
+    }
+    EXPECT_EQ(textOf(made, "SubscriptionDuration"), "9");
+    EXPECT_EQ(textOf(made, "SubscriptionTimeRemaining"), "") << "which is no thing to keep";
+    const CIMInstance restored =
+        SubscriptionRules(alertSchema()).restored(CIMNamespaceName("root/interop"), given);
+    EXPECT_EQ(textOf(restored, "SubscriptionStartTime"), "20200101000000.000000+000");
+    EXPECT_THAT(_refusal(subscription(of, to).set("SubscriptionDuration", Uint64(0))),
+                StartsWith("4 SubscriptionDuration: that time is over already"));
 }
 
 TEST(SubscriptionRules, HoldAQueryAgainstTheModel) {

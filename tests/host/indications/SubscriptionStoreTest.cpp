@@ -6,7 +6,11 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
+#include "ManualClock.h"
 #include "SubscriptionParts.h"
+#include "SubscriptionTime.h"
 #include "TestMachine.h"
 
 using namespace QZ;
@@ -14,6 +18,7 @@ using namespace Pegasus;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -34,9 +39,17 @@ protected:
             [this](const std::string& line) { log.push_back(line); });
     }
 
-    CIMObjectPath subscribe(const char* name = "a") {
-        return store->create(_interop, subscription(store->create(_interop, filter(name)),
-                                                    store->create(_interop, destination(name))));
+    CIMObjectPath subscribe(const char* name = "a", Uint64 seconds = 0) {
+        Parts subscribed = subscription(store->create(_interop, filter(name)),
+                                        store->create(_interop, destination(name)));
+        if (seconds != 0) {
+            subscribed.set(SUBSCRIPTION_DURATION, seconds);
+        }
+        return store->create(_interop, subscribed);
+    }
+
+    std::vector<SubscriptionTerms> removeExpired() {
+        return store->removeExpired([this](const std::string& line) { log.push_back(line); });
     }
 
     std::size_t count() const {
@@ -226,4 +239,77 @@ TEST_F(SubscriptionStoreTest, IsBounded) {
     restart();
     EXPECT_EQ(count(), SubscriptionStore::MOST);
     EXPECT_THAT(refusal([&] { store->create(_interop, filter("more")); }), StartsWith("27 "));
+}
+
+TEST_F(SubscriptionStoreTest, LetsASubscriptionExpire) {
+    ManualClock clock;
+    const CIMObjectPath lasting = subscribe("lasting");
+    const CIMObjectPath passing = subscribe("passing", 100);
+    EXPECT_EQ(store->secondsToExpiry(), std::uint64_t(100));
+    EXPECT_EQ(textOf(store->get(passing), "SubscriptionTimeRemaining"), "100");
+    EXPECT_EQ(textOf(store->get(lasting), "SubscriptionTimeRemaining"), "");
+    clock.sleepMilliseconds(99'999);
+    EXPECT_EQ(textOf(store->get(passing), "SubscriptionTimeRemaining"), "1");
+    EXPECT_THAT(removeExpired(), IsEmpty());
+    clock.sleepMilliseconds(1);
+    EXPECT_THAT(refusal([&] { store->get(passing); }), StartsWith("6 "));
+    EXPECT_THAT(refusal([&] { store->remove(passing); }), StartsWith("6 "));
+    EXPECT_EQ(store->instances(_interop, SUBSCRIPTION_CLASS).size(), 1U) << "before its removal";
+    EXPECT_EQ(removeExpired().size(), 1U);
+    EXPECT_EQ(store->secondsToExpiry(), std::nullopt);
+    EXPECT_THAT(removeExpired(), IsEmpty());
+    EXPECT_EQ(count(), 5U) << "its filter and destination stay";
+}
+
+TEST_F(SubscriptionStoreTest, CountsTheTimeOfRestarts) {
+    ManualClock clock;
+    const CIMObjectPath path = subscribe("a", 3600);
+    EXPECT_THAT(machine.folder().read(_name), Not(HasSubstr("TimeRemaining")));
+    clock.sleepMilliseconds(1'000'000);
+    restart();
+    EXPECT_EQ(textOf(store->get(path), "SubscriptionTimeRemaining"), "2600");
+    clock.sleepMilliseconds(2'600'000);
+    restart();
+    EXPECT_THAT(log, IsEmpty());
+    EXPECT_EQ(removeExpired().size(), 1U);
+    restart();
+    EXPECT_THAT(removeExpired(), IsEmpty()) << "it is gone from the file too";
+}
+
+TEST_F(SubscriptionStoreTest, CountsAChangedDurationFromTheStart) {
+    ManualClock clock;
+    const CIMObjectPath path = subscribe("a", 100);
+    clock.sleepMilliseconds(50'000);
+    const auto set = [&](const CIMValue& duration) {
+        Parts change("CIM_IndicationSubscription");
+        change.instance.addProperty(CIMProperty(CIMName(SUBSCRIPTION_DURATION), duration));
+        store->modify(path, change, CIMPropertyList());
+    };
+    set(CIMValue(Uint64(200)));
+    EXPECT_EQ(textOf(store->get(path), "SubscriptionTimeRemaining"), "150");
+    EXPECT_THAT(refusal([&] { set(CIMValue(Uint64(50))); }),
+                StartsWith("4 SubscriptionDuration: that time is over already"));
+    set(CIMValue(CIMTYPE_UINT64, false));
+    EXPECT_EQ(textOf(store->get(path), "SubscriptionTimeRemaining"), "");
+    EXPECT_EQ(store->secondsToExpiry(), std::nullopt);
+    set(CIMValue(~Uint64(0)));
+    EXPECT_EQ(textOf(store->get(path), "SubscriptionTimeRemaining"), "18446744073709551565");
+}
+
+TEST_F(SubscriptionStoreTest, GivesNothingForAClockThatIsPutBack) {
+    ManualClock clock;
+    const CIMObjectPath path = subscribe("a", 100);
+    clock.setSeconds(clock.seconds() - 1000);
+    EXPECT_EQ(textOf(store->get(path), "SubscriptionTimeRemaining"), "100");
+}
+
+TEST_F(SubscriptionStoreTest, RemovesWhatHasExpiredEvenWhereItCannotSave) {
+    ManualClock clock;
+    subscribe("a", 1);
+    std::filesystem::remove_all(machine.folder().file("data"));
+    machine.folder().write("data", "no folder");
+    clock.sleepMilliseconds(1000);
+    EXPECT_EQ(removeExpired().size(), 1U);
+    EXPECT_EQ(log.size(), 1U);
+    EXPECT_TRUE(store->instances(_interop, SUBSCRIPTION_CLASS).empty());
 }

@@ -11,6 +11,7 @@
 #include <condition_variable>
 
 #include "AlertListener.h"
+#include "SteppedClock.h"
 #include "SubscriptionParts.h"
 #include "TestMachine.h"
 
@@ -155,4 +156,50 @@ TEST_F(SubscriptionsTest, AreNotMadeWhereTheProviderRefuses) {
     subscriptions->remove(subscriptions->instances(_interop, FILTER_CLASS)[0].getPath());
     subscriptions->remove(subscriptions->instances(_interop, DESTINATION_CLASS)[0].getPath());
     EXPECT_THAT(machine.folder().read("data/indications.mof"), testing::Not(HasSubstr("#pragma")));
+}
+
+TEST_F(SubscriptionsTest, GoAwayWhenTheirTimeIsOver) {
+    SteppedClock clock;
+    restart();
+    Listener listener;
+    const CIMObjectPath path = subscribe("a", listener.url());
+    const auto last = [&](const CIMObjectPath& which, Uint64 seconds) {
+        subscriptions->modify(which,
+                              Parts("CIM_IndicationSubscription")
+                                  .set("SubscriptionDuration", seconds)
+                                  .set("SubscriptionState", Uint16(seconds > 5000 ? 4 : 2)),
+                              CIMPropertyList());
+    };
+    last(path, 1000);
+    clock.advance(999'000, 1);
+    ring(1);
+    EXPECT_THAT(listener.await(1), ElementsAre(1));
+    last(path, 2000);
+    // Disabled, it gives the thread something to wait for at the end.
+    last(subscribe("b", listener.url()), 10'000);
+    clock.advance(1'000'999, 1);
+    ring(2);
+    EXPECT_THAT(listener.await(2), ElementsAre(1, 2));
+    calls(providers);
+    clock.advance(1, 1);
+    EXPECT_THAT(calls(providers), ElementsAre("delete a TEST_Alert TEST_SpecialAlert", "disable"));
+    EXPECT_EQ(subscriptions->instances(_interop, SUBSCRIPTION_CLASS).size(), 1U);
+    EXPECT_THAT(listener.await(0), ElementsAre(1, 2));
+    EXPECT_THAT(log, IsEmpty());
+    subscriptions.reset();  // its thread waits by this clock
+}
+
+TEST_F(SubscriptionsTest, ExpireWhileThereIsNoServer) {
+    SteppedClock clock;
+    const CIMObjectPath path = subscribe("a", "http://127.0.0.1:1/");
+    subscriptions->modify(
+        path, Parts("CIM_IndicationSubscription").set("SubscriptionDuration", Uint64(100)),
+        CIMPropertyList());
+    subscriptions.reset();
+    calls(providers);
+    clock.sleepMilliseconds(100'000);
+    restart();
+    EXPECT_THAT(calls(providers), IsEmpty()) << "no provider hears of it";
+    EXPECT_TRUE(subscriptions->instances(_interop, SUBSCRIPTION_CLASS).empty());
+    EXPECT_THAT(log, IsEmpty());
 }

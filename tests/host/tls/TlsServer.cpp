@@ -4,6 +4,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -52,6 +53,11 @@ SilentServer::SilentServer() : _socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOE
 
 SilentServer::~SilentServer() {
     close();
+}
+
+bool SilentServer::awaitClient() const {
+    pollfd waited{_socket, POLLIN, 0};
+    return poll(&waited, 1, 20'000) == 1;
 }
 
 void SilentServer::close() {

@@ -21,6 +21,9 @@ public:
 
     std::uint16_t port() const { return _port; }
 
+    // Waits for somebody to connect; whether somebody has.
+    bool awaitClient() const;
+
     // Whoever has connected, or does, is turned away.
     void close();
 
