@@ -26,6 +26,16 @@ bool _contains(const CIMPropertyList& list, const CIMName& name) {
     return false;
 }
 
+// Adds the qualifiers that the object has not got from its provider.
+template <class Object>
+void _addQualifiers(const QualifierList& declared, Object& object) {
+    for (const CIMQualifier& qualifier : declared) {
+        if (object.findQualifier(qualifier.getName()) == PEG_NOT_FOUND) {
+            object.addQualifier(qualifier.clone());
+        }
+    }
+}
+
 }  // namespace
 
 InstanceForm::InstanceForm(const ClassRepository& classes, Wishes wishes)
@@ -40,9 +50,7 @@ CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
         return instance;
     }
     CIMInstance result = instance.clone();
-    for (const CIMQualifier& qualifier : declared->qualifiers) {
-        result.addQualifier(qualifier.clone());
-    }
+    _addQualifiers(declared->qualifiers, result);
     for (Uint32 i = 0; i < result.getPropertyCount(); ++i) {
         CIMProperty property = result.getProperty(i);
         const PropertyDeclaration* const known = declared->find(_text(property.getName()));
@@ -50,9 +58,7 @@ CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
             continue;
         }
         property.setClassOrigin(CIMName(make_String(known->origin)));
-        for (const CIMQualifier& qualifier : known->qualifiers) {
-            property.addQualifier(qualifier.clone());
-        }
+        _addQualifiers(known->qualifiers, property);
     }
     return result;
 }

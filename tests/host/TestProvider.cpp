@@ -77,6 +77,14 @@ CIMInstance _settings(const CIMObjectPath& path) {
     return instance;
 }
 
+// With qualifiers of its own, each of which its class has, too.
+CIMInstance _qualified(const CIMObjectPath& path) {
+    CIMInstance instance = _instance(path);
+    instance.addQualifier(CIMQualifier("description", CIMValue(String("the provider's"))));
+    instance.getProperty(0).addQualifier(CIMQualifier("KEY", CIMValue(Boolean(true))));
+    return instance;
+}
+
 CIMInstance _numbered(const CIMObjectPath& path, Uint16 number) {
     CIMInstance instance(path.getClassName());
     Array<CIMKeyBinding> keys;
@@ -227,6 +235,8 @@ private:
             handler.deliver(_everything(path));
         } else if (name == "Settings") {
             handler.deliver(_settings(path));
+        } else if (name == "Qualified") {
+            handler.deliver(_qualified(path));
         } else if (name == "Several") {
             Array<CIMInstance> both;
             both.append(_numbered(path, 1));

@@ -120,6 +120,22 @@ TEST_F(InstanceOperations, TellsWhereAPropertyComesFromWhereAsked) {
     EXPECT_NE(property->child("QUALIFIER"), nullptr);
 }
 
+TEST_F(InstanceOperations, KeepsTheQualifiersThatAProviderDelivers) {
+    const auto result =
+        server.call("EnumerateInstances", Caller::className("TEST_Qualified") +
+                                              Caller::value("IncludeQualifiers", "TRUE"));
+    ASSERT_EQ(result.values.size(), 1U) << result.description;
+    const XmlElement& instance = result.values[0].children.at(1);
+    EXPECT_EQ(*instance.child("QUALIFIER")->attribute("NAME"), "description");
+    EXPECT_EQ(instance.child("QUALIFIER")->child("VALUE")->text, "the provider's");
+    std::string names;
+    for (const XmlElement& child : instance.child("PROPERTY")->children) {
+        const std::string* const name = child.attribute("NAME");
+        names += (name ? *name : child.name) + " ";
+    }
+    EXPECT_EQ(names, "KEY Description VALUE ");
+}
+
 TEST_F(InstanceOperations, GetsOneInstanceOrSaysThatThereIsNone) {
     const auto found = server.call(
         "GetInstance", Caller::instanceName(Caller::named("TEST_Settings", "Id", "one")));
