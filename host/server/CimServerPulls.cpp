@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "CimText.h"
-#include "MofSyntax.h"
 #include "ServerCall.h"
 #include "System.h"
 
@@ -20,7 +19,7 @@ using namespace Pegasus;
 namespace {
 
 PullContexts::Owner _owner(const CimRequest& request, const InProcessServer::Caller& caller) {
-    return {caller.user, make_string(String(request.nameSpace.getString()))};
+    return {caller.user, make_string(request.nameSpace.getString())};
 }
 
 bool _isGiven(const std::optional<std::string>& text) {

@@ -9,6 +9,7 @@
 
 #include "CimText.h"
 #include "Clock.h"
+#include "MofSyntax.h"
 
 namespace QZ {
 
@@ -94,7 +95,7 @@ std::map<std::string, PullContexts::Context>::iterator PullContexts::_find(
     _dropExpired();
     const auto found = _contexts.find(context);
     if (found == _contexts.end() || found->second.owner.user != owner.user ||
-        found->second.owner.nameSpace != owner.nameSpace) {
+        !sameName(found->second.owner.nameSpace, owner.nameSpace)) {
         throw CIMException(CIM_ERR_INVALID_ENUMERATION_CONTEXT, make_String(context));
     }
     return found;

@@ -40,7 +40,7 @@ public:
 
     struct Owner {
         std::string user;
-        std::string nameSpace;  // in lower case
+        std::string nameSpace;  // ignoring case
     };
 
     // A piece of an enumeration, and how to go on.

@@ -107,6 +107,13 @@ TEST_F(PullOperations, BelongToWhoOpenedThem) {
     EXPECT_EQ(pull(context, "1").error, 0);
 }
 
+TEST_F(PullOperations, TakeTheNamespaceInAnyCase) {
+    const std::string context = open("").parameter("EnumerationContext");
+    const std::string parameters =
+        Caller::value("EnumerationContext", context) + Caller::value("MaxObjectCount", "1");
+    EXPECT_EQ(server.call("PullInstancesWithPath", parameters, "ROOT/Tavqz").error, 0);
+}
+
 TEST_F(PullOperations, RefuseWhatTheServerDoesNotHave) {
     EXPECT_EQ(open(Caller::value("OperationTimeout", "0")).error, 22);
     EXPECT_EQ(open(Caller::value("OperationTimeout", "100000")).error, 22);
