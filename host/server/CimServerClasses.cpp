@@ -153,6 +153,7 @@ const CimServer::Row CimServer::_operations[] = {
 
 void CimServer::carryOut(const CimRequest& request, const InProcessServer::Caller& caller,
                          CimResponseWriter& writer) {
+    _contexts.dropExpired();
     const std::string nameSpace = make_string(request.nameSpace.getString());
     const ClassRepository* const classes = _providers.schema().find(nameSpace);
     if (!classes) {

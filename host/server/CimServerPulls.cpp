@@ -53,31 +53,19 @@ void CimServer::_openEnumeration(const Call& call) {
     const CimRequest& request = call.request;
     _refuseExtras(request);
     _contexts.checkedTimeout(request.operationTimeout);
-    const std::size_t most = _contexts.limits().objects;
-    PullContexts::Objects objects;
-    const auto checkSize = [&] {
-        if (objects.size() >= most) {
-            throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
-                               make_String("there are more than " + std::to_string(most) +
-                                           ": enumerate them at once"));
-        }
-    };
+    PullContexts::Kept objects(_contexts);
     if (request.call.method == "OpenEnumerateInstancePaths") {
-        objects.kind = PullContexts::Paths;
-        _visitPaths(call, [&](const CIMObjectPath& path) {
-            checkSize();
-            objects.paths.push_back(path);
-        });
+        objects.setForm(PullContexts::Paths, false);
+        _visitPaths(call, [&](const CIMObjectPath& path) { objects.add(path); });
     } else {
         InstanceForm::Wishes wishes = call.wishes();
         if (!request.deepInheritance.value_or(true)) {
             wishes.shallow = &_declared(call, request.className, CIM_ERR_INVALID_CLASS);
         }
         const InstanceForm form(call.classes, wishes);
-        objects.includeClassOrigin = wishes.includeClassOrigin;
+        objects.setForm(PullContexts::Instances, wishes.includeClassOrigin);
         _visitInstances(call, [&](const CIMInstance& instance) {
-            checkSize();
-            objects.instances.push_back(form.selected(instance, request.nameSpace));
+            objects.add(form.selected(instance, request.nameSpace));
         });
     }
     _writePulled(call,

@@ -40,16 +40,56 @@ void _move(std::deque<T>& from, std::deque<T>& to, std::uint32_t count) {
     }
 }
 
-PullContexts::Objects _take(PullContexts::Objects& from, std::uint32_t count) {
-    PullContexts::Objects taken;
-    taken.kind = from.kind;
-    taken.includeClassOrigin = from.includeClassOrigin;
-    _move(from.instances, taken.instances, count);
-    _move(from.paths, taken.paths, count);
-    return taken;
+[[noreturn]] void _refuse(const std::string& why) {
+    throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED, make_String(why));
 }
 
 }  // namespace
+
+PullContexts::Kept::Kept(Kept&& other) noexcept
+    : _contexts(other._contexts), _objects(std::exchange(other._objects, {})) {}
+
+PullContexts::Kept::~Kept() {
+    _contexts->_kept -= size();
+}
+
+void PullContexts::Kept::setForm(Kind kind, bool includeClassOrigin) {
+    _objects.kind = kind;
+    _objects.includeClassOrigin = includeClassOrigin;
+}
+
+// Room for one more.
+void PullContexts::Kept::_count() {
+    const Limits& limits = _contexts->_limits;
+    if (size() >= limits.objects) {
+        _refuse("there are more than " + std::to_string(limits.objects) +
+                ": enumerate them at once");
+    }
+    if (_contexts->_kept++ >= limits.allObjects) {
+        --_contexts->_kept;
+        _refuse("too much is waiting to be fetched: fetch or close some, or enumerate at once");
+    }
+}
+
+void PullContexts::Kept::add(const CIMInstance& instance) {
+    _count();
+    _objects.instances.push_back(instance);
+}
+
+void PullContexts::Kept::add(const CIMObjectPath& path) {
+    _count();
+    _objects.paths.push_back(path);
+}
+
+PullContexts::Objects PullContexts::Kept::take(std::uint32_t count) {
+    Objects taken;
+    taken.kind = _objects.kind;
+    taken.includeClassOrigin = _objects.includeClassOrigin;
+    _move(_objects.instances, taken.instances, count);
+    _move(_objects.paths, taken.paths, count);
+    _contexts->_kept -= taken.size();
+    return taken;
+}
 
 std::uint32_t PullContexts::checkedTimeout(std::optional<std::uint32_t> timeout) const {
     if (timeout && (*timeout == 0 || *timeout > _limits.longestTimeout)) {
@@ -60,6 +100,14 @@ std::uint32_t PullContexts::checkedTimeout(std::optional<std::uint32_t> timeout)
     return timeout.value_or(_limits.defaultTimeout);
 }
 
+// Asked for before each request, most often with nothing to do.
+void PullContexts::dropExpired() {
+    if (_kept != 0) {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        _dropExpired();
+    }
+}
+
 void PullContexts::_dropExpired() {
     const std::int64_t now = Clock::current().milliseconds();
     for (auto at = _contexts.begin(); at != _contexts.end();) {
@@ -67,24 +115,21 @@ void PullContexts::_dropExpired() {
     }
 }
 
-PullContexts::Pulled PullContexts::open(const Owner& owner, Objects objects, std::uint32_t maxCount,
+PullContexts::Pulled PullContexts::open(const Owner& owner, Kept objects, std::uint32_t maxCount,
                                         std::optional<std::uint32_t> timeout) {
-    Context context;
-    context.timeout = checkedTimeout(timeout);
+    const std::uint32_t seconds = checkedTimeout(timeout);
     Pulled pulled;
-    pulled.objects = _take(objects, maxCount);
+    pulled.objects = objects.take(maxCount);
     if (objects.size() == 0) {
         return pulled;
     }
-    context.owner = owner;
-    context.objects = std::move(objects);
-    context.deadline = Clock::current().milliseconds() + std::int64_t(context.timeout) * 1000;
+    Context context{owner, std::move(objects), seconds,
+                    Clock::current().milliseconds() + std::int64_t(seconds) * 1000};
     pulled.context = _newName();
     const std::lock_guard<std::mutex> lock(_mutex);
     _dropExpired();
     if (_contexts.size() >= _limits.contexts) {
-        throw CIMException(CIM_ERR_SERVER_LIMITS_EXCEEDED,
-                           "too many enumerations are open: fetch or close some");
+        _refuse("too many enumerations are open: fetch or close some");
     }
     _contexts.emplace(pulled.context, std::move(context));
     return pulled;
@@ -105,11 +150,11 @@ PullContexts::Pulled PullContexts::pull(const Owner& owner, const std::string& c
                                         std::uint32_t maxCount) {
     const std::lock_guard<std::mutex> lock(_mutex);
     const auto found = _find(owner, context);
-    if (found->second.objects.kind != kind) {
+    if (found->second.objects.kind() != kind) {
         throw CIMException(CIM_ERR_INVALID_ENUMERATION_CONTEXT, make_String(context));
     }
     Pulled pulled;
-    pulled.objects = _take(found->second.objects, maxCount);
+    pulled.objects = found->second.objects.take(maxCount);
     if (found->second.objects.size() == 0) {
         _contexts.erase(found);
     } else {

@@ -8,6 +8,7 @@
 namespace QZ {
 namespace {
 
+using namespace Pegasus;
 using Caller = TestCaller;
 
 class PullOperations : public testing::Test {
@@ -133,6 +134,45 @@ TEST_F(PullOperations, AreBoundedInTheirNumber) {
     EXPECT_EQ(last.error, 27);
     clock.sleepMilliseconds(31'000);
     EXPECT_EQ(open("").error, 0);
+}
+
+TEST(PullBudget, IsOneForAllEnumerations) {
+    const ManualClock clock;
+    RequestHandler::Limits limits;
+    limits.pulls.allObjects = 15'000;
+    TestCaller server(TestCaller::OfTests, limits);
+    const auto open = [&server] {
+        return server.call("OpenEnumerateInstances", Caller::className("TEST_Many"));
+    };
+    const CallResult first = open();
+    EXPECT_EQ(first.error, 0);
+    EXPECT_EQ(open().error, 27);
+    // What is fetched is kept no more.
+    EXPECT_EQ(server
+                  .call("PullInstancesWithPath",
+                        Caller::value("EnumerationContext", first.parameter("EnumerationContext")) +
+                            Caller::value("MaxObjectCount", "5000"))
+                  .error,
+              0);
+    EXPECT_EQ(open().error, 0);
+    EXPECT_EQ(open().error, 27);
+}
+
+// Whoever asks, for whatever: nobody need open another one for that.
+TEST(PullBudget, GetsBackWhatNobodyFetchedInTime) {
+    ManualClock clock;
+    PullContexts contexts({});
+    {
+        PullContexts::Kept objects(contexts);
+        objects.add(CIMObjectPath("TEST_Several.Number=1"));
+        EXPECT_EQ(contexts.keptObjects(), 1U);
+        EXPECT_NE(contexts.open({"tester", "root/tavqz"}, std::move(objects), 0, 10).context, "");
+    }
+    contexts.dropExpired();
+    EXPECT_EQ(contexts.keptObjects(), 1U);
+    clock.sleepMilliseconds(10'000);
+    contexts.dropExpired();
+    EXPECT_EQ(contexts.keptObjects(), 0U);
 }
 
 }  // namespace

@@ -77,12 +77,12 @@ class TestCaller {
 public:
     enum Module { OfTests, Shipped };
 
-    explicit TestCaller(Module module = OfTests)
+    explicit TestCaller(Module module = OfTests, QZ::RequestHandler::Limits limits = {})
         : _providers(_schema(module),
                      [module](const std::string&) {
                          return module == OfTests ? TEST_MODULE : SHIPPED_MODULE;
                      }),
-          handler(_providers, {}) {}
+          handler(_providers, limits) {}
 
     // The request that a client sends; parameters are IPARAMVALUE elements.
     static QZ::HttpRequest request(const std::string& method, const std::string& parameters,
