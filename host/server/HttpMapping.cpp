@@ -46,15 +46,43 @@ std::string _trimmed(const std::string& text) {
     return first == text.npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// Calls take(element) for each element of a comma-separated header.
+std::string _unquoted(const std::string& text) {
+    const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
+    return isQuoted ? text.substr(1, text.size() - 2) : text;
+}
+
+// Calls take(element) for each element of a header, between separators outside of quotes.
 template <class Take>
 void _forEach(const std::string& list, char separator, Take take) {
     std::size_t begin = 0;
-    while (begin <= list.size()) {
-        const std::size_t end = std::min(list.find(separator, begin), list.size());
-        take(_trimmed(list.substr(begin, end - begin)));
-        begin = end + 1;
+    bool isQuoted = false;
+    for (std::size_t at = 0; at <= list.size(); ++at) {
+        if (at == list.size() || (list[at] == separator && !isQuoted)) {
+            take(_trimmed(list.substr(begin, at - begin)));
+            begin = at + 1;
+        } else if (list[at] == '"') {
+            isQuoted = !isQuoted;
+        }
     }
+}
+
+// The same for the parameters behind the first element: take(name, value), without quotes. Returns
+// that first element.
+template <class Take>
+std::string _withParameters(const std::string& text, Take take) {
+    std::string first;
+    bool isFirst = true;
+    _forEach(text, ';', [&](const std::string& part) {
+        if (isFirst) {
+            first = _unquoted(part);
+            isFirst = false;
+            return;
+        }
+        const std::size_t equals = std::min(part.find('='), part.size());
+        const std::string value = equals < part.size() ? part.substr(equals + 1) : "";
+        take(_trimmed(part.substr(0, equals)), _unquoted(_trimmed(value)));
+    });
+    return first;
 }
 
 // XML in UTF-8, or in nothing that says otherwise.
@@ -62,42 +90,66 @@ bool _isXml(const std::string* contentType) {
     if (!contentType) {
         return true;
     }
-    bool isXml = false;
-    bool isFirst = true;
-    _forEach(*contentType, ';', [&](const std::string& part) {
-        if (isFirst) {
-            isXml = sameName(part, "application/xml") || sameName(part, "text/xml");
-            isFirst = false;
-        } else if (part.size() > 8 && sameName(part.substr(0, 8), "charset=")) {
-            std::string charset = part.substr(8);
-            if (charset.size() > 1 && charset.front() == '"') {
-                charset = charset.substr(1, charset.size() - 2);
+    bool isReadable = true;
+    const std::string type =
+        _withParameters(*contentType, [&](const std::string& name, const std::string& value) {
+            isReadable = isReadable && (!sameName(name, "charset") || sameName(value, "utf-8") ||
+                                        sameName(value, "us-ascii"));
+        });
+    return isReadable && (sameName(type, "application/xml") || sameName(type, "text/xml"));
+}
+
+// Whether one declaration of a Man header (RFC 2774, 4) is that of our mapping. Then `prefix` is
+// what its headers begin with.
+bool _declaresMapping(const std::string& declaration, std::string& prefix) {
+    bool isNumber = true;
+    std::string number;
+    const std::string extension =
+        _withParameters(declaration, [&](const std::string& name, const std::string& value) {
+            if (sameName(name, "ns")) {
+                number = value;
+                isNumber =
+                    !value.empty() && value.find_first_not_of("0123456789") == std::string::npos;
             }
-            isXml = isXml && (sameName(charset, "utf-8") || sameName(charset, "us-ascii"));
-        }
-    });
-    return isXml;
+        });
+    if (extension != MAPPING || !isNumber) {
+        return false;
+    }
+    prefix = number.empty() ? "" : number + "-";
+    return true;
 }
 
 }  // namespace
 
 HttpMapping::HttpMapping(const HttpRequest& request)
     : _request(request), _isExtended(request.method == "M-POST") {
-    if (!_isExtended) {
-        return;
-    }
-    const std::string* const man = request.header("Man");
-    const std::size_t mapping = man ? man->find(MAPPING) : std::string::npos;
-    _isDeclared = mapping != std::string::npos;
-    const std::size_t number = _isDeclared ? man->find("ns=", mapping) : std::string::npos;
-    if (number != std::string::npos) {
-        const std::string digits = man->substr(number + 3);
-        _prefix = digits.substr(0, digits.find_first_not_of("0123456789")) + "-";
+    _isDeclared = !_isExtended;
+    for (const auto& [name, value] : request.headers) {
+        if (_isExtended && sameHeader(name, "Man")) {
+            _forEach(value, ',', [this](const std::string& declaration) {
+                _isDeclared = _isDeclared || _declaresMapping(declaration, _prefix);
+            });
+        }
     }
 }
 
 const std::string* HttpMapping::_extension(const std::string& name) const {
     return _request.header(_prefix + name);
+}
+
+// Whether the header is there, and says that as often as it stands there.
+bool HttpMapping::_says(const std::string& name, const std::string& expected,
+                        bool (*isSame)(const std::string&, const std::string&)) const {
+    bool isThere = false;
+    for (const auto& [key, value] : _request.headers) {
+        if (sameHeader(key, _prefix + name)) {
+            if (!isSame(_unescaped(_trimmed(value)), expected)) {
+                return false;
+            }
+            isThere = true;
+        }
+    }
+    return isThere;
 }
 
 std::optional<HttpAnswer> HttpMapping::refusal() const {
@@ -125,11 +177,11 @@ std::optional<HttpAnswer> HttpMapping::refusal() const {
 }
 
 std::optional<HttpAnswer> HttpMapping::mismatch(const CimRequest& request) const {
-    const std::string* const method = _extension("CIMMethod");
-    const std::string* const object = _extension("CIMObject");
-    const std::string space = make_string(request.nameSpace.getString());
-    if (!method || _unescaped(_trimmed(*method)) != request.call.method || !object ||
-        !sameName(_unescaped(_trimmed(*object)), space)) {
+    const auto equal = [](const std::string& one, const std::string& other) {
+        return one == other;
+    };
+    if (!_says("CIMMethod", request.call.method, equal) ||
+        !_says("CIMObject", make_string(request.nameSpace.getString()), sameName)) {
         return failure(400, "header-mismatch");
     }
     return std::nullopt;

@@ -33,6 +33,8 @@ public:
 
 private:
     const std::string* _extension(const std::string& name) const;
+    bool _says(const std::string& name, const std::string& expected,
+               bool (*isSame)(const std::string&, const std::string&)) const;
 
     const HttpRequest& _request;
     bool _isExtended = false;  // M-POST

@@ -55,6 +55,12 @@ TEST_F(HttpMappingTest, TakesXmlByEitherNameInUtf8) {
     EXPECT_EQ(answer(_with("Content-Type", "")).answer.status, 200);
     EXPECT_EQ(failure(_with("Content-Type", "text/plain")), "415 (none)");
     EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset=latin1")), "415 (none)");
+    EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset = latin1")), "415 (none)");
+    EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset=")), "415 (none)");
+    EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset=\"\"")), "415 (none)");
+    EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset")), "415 (none)");
+    EXPECT_EQ(failure(_with("Content-Type", "text/xml; charset=utf-8; charset=x")), "415 (none)");
+    EXPECT_EQ(answer(_with("Content-Type", "text/xml;a=\";charset=x\"")).answer.status, 200);
 }
 
 TEST_F(HttpMappingTest, WantsTheOperationsHeaders) {
@@ -70,6 +76,17 @@ TEST_F(HttpMappingTest, WantsHeadersAndBodyToAgree) {
     EXPECT_EQ(failure(_with("CIMMethod", "GetInstance")), "400 header-mismatch");
     EXPECT_EQ(failure(_with("CIMObject", "root/cimv2")), "400 header-mismatch");
     EXPECT_EQ(answer(_with("CIMObject", "ROOT%2Ftavqz")).answer.status, 200);
+}
+
+TEST_F(HttpMappingTest, WantsHeadersThatStandTwiceToAgree) {
+    const auto twice = [](const std::string& name, const std::string& value) {
+        HttpRequest request = _with("X", "y");
+        request.headers.emplace_back(name, value);
+        return request;
+    };
+    EXPECT_EQ(failure(twice("CIMMethod", "GetInstance")), "400 header-mismatch");
+    EXPECT_EQ(failure(twice("cimobject", "root/cimv2")), "400 header-mismatch");
+    EXPECT_EQ(answer(twice("CIMMethod", "EnumerateInstances")).answer.status, 200);
 }
 
 TEST_F(HttpMappingTest, TellsWhatIsNoRequest) {
@@ -98,6 +115,36 @@ TEST_F(HttpMappingTest, TakesExtendedRequestsUnderTheirPrefix) {
     EXPECT_EQ(answer(request).header("73-CIMError"), "request-not-well-formed");
     request.headers.erase(request.headers.begin() + 1);
     EXPECT_EQ(failure(request), "510 (none)");
+}
+
+TEST_F(HttpMappingTest, FindsItsMappingAmongOtherExtensions) {
+    const std::string mapping = "http://www.dmtf.org/cim/mapping/http/v1.0";
+    const auto status = [&](const std::vector<std::string>& declarations,
+                            const std::string& prefix = "73-") {
+        HttpRequest request = _with("Content-Type", "text/xml");
+        request.method = "M-POST";
+        request.headers = {{prefix + "CIMOperation", "MethodCall"},
+                           {prefix + "CIMMethod", "EnumerateInstances"},
+                           {prefix + "CIMObject", "root/tavqz"}};
+        for (const std::string& declaration : declarations) {
+            request.headers.emplace_back("Man", declaration);
+        }
+        return answer(request).answer.status;
+    };
+    EXPECT_EQ(status({mapping + ";ns=73"}), 200);
+    EXPECT_EQ(status({"\"" + mapping + "\" ; NS = 73"}), 200);
+    EXPECT_EQ(status({mapping}, ""), 200);
+    EXPECT_EQ(status({"http://a/;ns=10", mapping + ";ns=73"}), 200);
+    EXPECT_EQ(status({mapping + ";ns=73", "http://a/;ns=10"}), 200);
+    EXPECT_EQ(status({"\"http://a/,b;c\";ns=10, " + mapping + ";ns=73"}), 200);
+    // The number is another extension's.
+    EXPECT_EQ(status({mapping + ", http://a/;ns=73"}), 400);
+    EXPECT_EQ(status({mapping + ", http://a/;ns=73"}, ""), 200);
+    EXPECT_EQ(status({mapping + "5;ns=73"}), 510);
+    EXPECT_EQ(status({"http://a/?" + mapping + ";ns=73"}), 510);
+    EXPECT_EQ(status({mapping + ";ns=x"}), 510);
+    EXPECT_EQ(status({mapping + ";ns="}), 510);
+    EXPECT_EQ(status({}), 510);
 }
 
 TEST_F(HttpMappingTest, TellsWhatAMethodOfAClassIsAnsweredWith) {
