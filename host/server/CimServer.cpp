@@ -20,11 +20,13 @@ std::string _text(const CIMName& name) {
     return make_string(name.getString());
 }
 
-// Fills in what a path leaves open: the namespace, and the name of a single key.
+// Fills in what a path leaves open, the namespace and the name of a single key, and names the class
+// as it is declared.
 CIMObjectPath _completed(const CIMObjectPath& given, const CIMNamespaceName& nameSpace,
                          const ClassDeclaration& declared) {
     CIMObjectPath path = given;
     path.setNameSpace(nameSpace);
+    path.setClassName(CIMName(make_String(declared.name)));
     Array<CIMKeyBinding> keys = path.getKeyBindings();
     if (keys.size() != 1 || !keys[0].getName().equal(CIMName(UNNAMED_KEY))) {
         return path;
@@ -204,9 +206,13 @@ void CimServer::_createInstance(const Call& call) {
         path = _subscriptions->create(call.request.nameSpace, created);
     } else {
         call.refuseInInterop();
-        _declared(call, created.getClassName(), CIM_ERR_INVALID_CLASS);
+        const CIMName declared(
+            make_String(_declared(call, created.getClassName(), CIM_ERR_INVALID_CLASS).name));
         created.setPath(CIMObjectPath(String(), call.request.nameSpace, created.getClassName()));
         path = _providers.createInstance(call.caller, created);
+        if (path.getClassName().equal(declared)) {
+            path.setClassName(declared);
+        }
     }
     std::string xml;
     appendInstanceName(xml, path);

@@ -153,6 +153,25 @@ TEST_F(InstanceOperations, GetsOneInstanceOrSaysThatThereIsNone) {
         5);
 }
 
+TEST_F(InstanceOperations, NamesClassesAsTheyAreDeclared) {
+    const auto found = server.call(
+        "GetInstance", Caller::instanceName(Caller::named("test_SEVERAL", "Number", "1")));
+    ASSERT_EQ(found.values.size(), 1U) << found.description;
+    EXPECT_EQ(_classOf(found.values[0]), "TEST_Several");
+    // The path is the provider's, or made of the keys.
+    for (const char* name : {"TEST_Settings", "TEST_Right"}) {
+        std::string lower = name;
+        lower.replace(0, 4, "test");
+        const auto created =
+            server.call("CreateInstance",
+                        "<IPARAMVALUE NAME=\"NewInstance\"><INSTANCE CLASSNAME=\"" + lower +
+                            "\"><PROPERTY NAME=\"Id\" TYPE=\"string\"><VALUE>one</VALUE></PROPERTY>"
+                            "</INSTANCE></IPARAMVALUE>");
+        ASSERT_EQ(created.values.size(), 1U) << created.description;
+        EXPECT_EQ(*created.values[0].attribute("CLASSNAME"), name);
+    }
+}
+
 TEST_F(InstanceOperations, TakesAnOnlyKeyWithoutItsName) {
     const auto found =
         server.call("GetInstance", Caller::instanceName("<INSTANCENAME CLASSNAME=\"TEST_Settings\">"
