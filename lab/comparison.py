@@ -132,9 +132,15 @@ def controller_row(value, served, answers):
                      value.expected, seen, told)
 
 
+def served_seconds(log, class_name):
+    """How long the server took for each enumeration of the class, by its log."""
+    pattern = rf'"EnumerateInstances {class_name}" 200 \d+ bytes ([\d.]+) ms'
+    return [float(milliseconds) / 1000 for milliseconds in re.findall(pattern, log)]
+
+
 def limit_row(name, limit, measured, unit):
     """A figure that may not be above its limit."""
-    return Row(name, f"{limit:g} {unit}", (f"{measured:g} {unit}",), measured <= limit)
+    return Row(name, f"{limit:.3g} {unit}", (f"{measured:.3g} {unit}",), measured <= limit)
 
 
 @dataclasses.dataclass(frozen=True)

@@ -51,9 +51,11 @@ BMC = {"fwrev1": 2, "fwrev2": 0x14}
 
 HOST_NAME = "lab-server"
 
-# How many instances each class has.
+# How many instances each class has, in the order in which they are asked for: of those that ask the
+# BMC, the units first.
 CLASSES = {
     "TAVIRA_ComputerSystemDetails": 1,
+    "TAVIRA_FRU": 2,
     "TAVIRA_Lease": 1,
     "TAVIRA_Warranty": 1,
     "TAVIRA_SerialNumberInformation": 19,
@@ -64,7 +66,6 @@ CLASSES = {
     "TAVIRA_VigilPresent": 1,
     "TAVIRA_VigilWatchdog": 1,
     "TAVIRA_VigilSystemState": 1,
-    "TAVIRA_FRU": 2,
 }
 
 # The monitor's model is the one before "Generic"; the end of its section is not the indented one.
