@@ -185,6 +185,28 @@ def event_rows(listed, events):
         yield Row(f"record {their.number}", str(their), (SAME if is_same else str(our),), is_same)
 
 
+def unit_rows(served):
+    """A row for each unit that anybody tells of: whether it is listed, or what is in its place."""
+    listed = [unit["properties"] for unit in served["TAVIRA_FRU"]]
+    told = [(source, number) for source, number, _ in machine.UNITS]
+    for source, name, key in (("MPA", "TAVIRA_VigilComponentVPD", "FieldReplaceableUnitNumber"),
+                              ("RAID", "TAVIRA_PhysicalDiskDrive", "FRU"),
+                              ("RAID", "TAVIRA_RAIDController", "FRU")):
+        told += [(source, unit["properties"][key]) for unit in served[name]]
+    told += [(unit["ElementName"], unit["FRUNumber"]) for unit in listed]
+    rows = []
+    for source, number in dict.fromkeys(told):
+        expected = [fate for *unit, fate in machine.UNITS if unit == [source, number]]
+        same = [unit for unit in listed if unit["FRUNumber"] == number]
+        fate = "missing"
+        if any(unit["ElementName"] == source for unit in same):
+            fate = "shown"
+        elif same:
+            fate = f"hidden by {same[0]['ElementName']}: {same[0]['Name']}"
+        rows.append(value_row(f"{source} {number}", expected[0] if expected else UNKNOWN, fate))
+    return rows
+
+
 def layout(headings, rows):
     """The rows as lines, columns aligned; one that disagrees is marked."""
     lines = [(*headings, "")]

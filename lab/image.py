@@ -13,11 +13,11 @@ from debian import CACHE, Unavailable, run
 
 # Drivers in the order in which they are to be loaded; SCSI disks before SATA ones.
 DRIVERS = ["virtio_pci", "virtio_blk", "virtio_net", "sd_mod", "sg", "virtio_scsi", "ahci",
-           "nvme", "ipmi_si", "ipmi_devintf"]
+           "nvme", "raid1", "ipmi_si", "ipmi_devintf"]
 
 # What is asked beside us inside the guest: packages and their programs.
 PEERS = [("dmidecode", "usr/sbin/dmidecode"), ("lshw", "usr/bin/lshw"),
-         ("ipmitool", "usr/bin/ipmitool")]
+         ("ipmitool", "usr/bin/ipmitool"), ("mdadm", "sbin/mdadm")]
 
 # The packages of the libraries of all that runs inside, where this machine does not have them.
 PEER_LIBRARIES = ["libfreeipmi17", "libreadline8", "libssl3"]

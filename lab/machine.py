@@ -3,6 +3,7 @@
 """What the virtual server is made of, and so what whoever asks it has to find."""
 import dataclasses
 import pathlib
+import shlex
 import uuid
 
 import bmc
@@ -55,7 +56,9 @@ HOST_NAME = "lab-server"
 # BMC, the units first.
 CLASSES = {
     "TAVIRA_ComputerSystemDetails": 1,
-    "TAVIRA_FRU": 2,
+    "TAVIRA_PhysicalDiskDrive": 2,
+    "TAVIRA_RAIDController": 0,
+    "TAVIRA_FRU": 4,
     "TAVIRA_Lease": 1,
     "TAVIRA_Warranty": 1,
     "TAVIRA_SerialNumberInformation": 19,
@@ -99,6 +102,25 @@ DISKS = [
     Disk("ide-hd", {"model": "EXAMPLE SSD 480 GB", "serial": "EXI40-00071"},
          Part("SCSIDevice", "ATA", "EXAMPLE SSD 480", "EXI40-00071")),
 ]
+
+
+# The system keeps two of them as one, in an array of its own.
+ARRAY_MODELS = ["EX600-15K", "Long"]
+
+# A unit that somebody recorded. It is a disk of the array under another name.
+RECORDED_UNIT = {"FRUNumber": "6SJ0041A", "IdentifyingNumber": "EX600-15K", "Vendor": "EXAMPLE",
+                 "Name": "Disk in bay 1", "Description": "replaced in May"}
+
+# All that is told of units, by its source and its FRU number: what is kept of them, and what hides
+# the others under the same number. The module's sources come in this order; a recorded unit hides
+# what is found of it, and what the BMC's FRU records tell hides what its components tell.
+UNITS = [("GETFRU", "6SJ0041A", "shown"),
+         ("IPMI", "EXPN-7A", "shown"),
+         ("IPMI", "EXPN-R2", "shown"),
+         ("MPA", "EXPN-7A", "hidden by IPMI: Example Server 2U"),
+         ("MPA", "EXPN-R2", "hidden by IPMI: Riser Board 2"),
+         ("RAID", "6SJ0041A", "hidden by GETFRU: Disk in bay 1"),
+         ("RAID", "012345678901234567890123456789012345", "shown")]
 
 
 # Behind the BMC: the system with its chassis and first board, and the riser board.
@@ -191,14 +213,28 @@ CONTROLLER_VALUES = [
           ("fru1", r"Board Part Number +: (.+)"), 1),
     Value("TAVIRA_VigilComponentVPD", "ManufacturerId", "Example Corp",
           ("fru1", r"Board Mfg +: (.+)"), 1),
-    Value("TAVIRA_FRU", "FRUNumber", "EXPN-7A", ("fru0", r"Board Part Number +: (.+)")),
-    Value("TAVIRA_FRU", "IdentifyingNumber", "EX2100-7A", ("fru0", r"Product Part Number +: (.+)")),
-    Value("TAVIRA_FRU", "Vendor", "Example Corp", ("fru0", r"Product Manufacturer +: (.+)")),
-    Value("TAVIRA_FRU", "Name", "Example Server 2U", ("fru0", r"Product Name +: (.+)")),
-    Value("TAVIRA_FRU", "Description", "System", ("locators", r"(System) ")),
-    Value("TAVIRA_FRU", "Name", "Riser Board 2", ("fru1", r"Board Product +: (.+)"), 1),
-    Value("TAVIRA_FRU", "Description", "Riser 2", ("locators", r"(Riser 2) "), 1),
+    Value("TAVIRA_FRU", "FRUNumber", "EXPN-7A", ("fru0", r"Board Part Number +: (.+)"), 1),
+    Value("TAVIRA_FRU", "IdentifyingNumber", "EX2100-7A", ("fru0", r"Product Part Number +: (.+)"),
+          1),
+    Value("TAVIRA_FRU", "Vendor", "Example Corp", ("fru0", r"Product Manufacturer +: (.+)"), 1),
+    Value("TAVIRA_FRU", "Name", "Example Server 2U", ("fru0", r"Product Name +: (.+)"), 1),
+    Value("TAVIRA_FRU", "Description", "System", ("locators", r"(System) "), 1),
+    Value("TAVIRA_FRU", "Name", "Riser Board 2", ("fru1", r"Board Product +: (.+)"), 2),
+    Value("TAVIRA_FRU", "Description", "Riser 2", ("locators", r"(Riser 2) "), 2),
 ]
+
+
+def preparation():
+    """What is done before anybody asks, as a shell's commands: to the BMC, the array, the recorded
+    unit."""
+    lines = [f"ipmitool -I open raw {command}" for command in BMC_STATE + EVENTS]
+    named = "/dev/$(cd /sys/block && grep -l '^{} *$' sd*/device/model | cut -d/ -f1)"
+    members = " ".join(map(named.format, ARRAY_MODELS))
+    lines.append(f"mdadm --create /dev/md0 --run --metadata=1.0 --level=1 --assume-clean "
+                 f"--raid-devices={len(ARRAY_MODELS)} {members}")
+    texts = [f"{name}={text}" for name, text in RECORDED_UNIT.items()]
+    lines.append(shlex.join(["tavqz", "fru", "add", *texts]))
+    return "".join(f"{line}\n" for line in lines)
 
 
 def expected_parts():
