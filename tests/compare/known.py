@@ -17,9 +17,11 @@ KNOWN = tuple((re.compile(pattern), reason) for pattern, reason in (
     (r"set what is too large|a flag that is none|a name that is none",
      "a wrong value is an invalid parameter, instead of an invalid request"),
     (r"set a number by itself that is none", "a value of another type is a type mismatch"),
-    (r"class (TAVIRA_(ComputerSystemDetails|Vigil(Present|Watchdog|SystemState))|CIM_AlertIndication)"
-     r"|class, (LocalOnly .*|Include(Qualifiers True|ClassOrigin .*)|properties \['ElementName'\])"
-     r"|EnumerateClasses ((None|CIM_ManagedElement) deep True|in full)",
+    (r"EnumerateClass(es|Names) (None|CIM_ManagedElement) deep .*|EnumerateClasses in full",
+     "the model's namespace takes subscriptions too, and has their classes"),
+    (r"class (TAVIRA_(ComputerSystemDetails|FRU|Vigil(Present|Watchdog|SystemState))"
+     r"|CIM_AlertIndication)"
+     r"|class, (LocalOnly .*|Include(Qualifiers True|ClassOrigin .*)|properties \['ElementName'\])",
      "inherited qualifiers are kept in overriding properties, and told to be propagated"),
     (r"an unknown parameter", "it is an invalid parameter, as DSP0200 has it"),
     (r"another protocol version|nothing|another operation in the header",

@@ -9,7 +9,7 @@ CLASSES = ("TAVIRA_ComputerSystemDetails", "TAVIRA_Lease", "TAVIRA_Warranty",
            "TAVIRA_SerialNumberInformation", "TAVIRA_VigilComponentVPD",
            "TAVIRA_VigilMachineLevelVPD", "TAVIRA_VigilManagementProcessorVPD",
            "TAVIRA_VigilPostBiosVPD", "TAVIRA_VigilPresent", "TAVIRA_VigilWatchdog",
-           "TAVIRA_VigilSystemState")
+           "TAVIRA_VigilSystemState", "TAVIRA_FRU")
 STANDARD = ("CIM_ManagedElement", "CIM_Product", "CIM_LogicalDevice", "CIM_AlertIndication")
 LEASE = {"Identifier": "TAVIRA|CorvanaAgent|Lease"}
 WARRANTY = {"Identifier": "TAVIRA|CorvanaAgent|Warranty"}
