@@ -15,6 +15,29 @@ using namespace Pegasus;
 
 namespace {
 
+constexpr unsigned _lower(unsigned c) {
+    return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c;
+}
+
+// As sameName, without making a text of each.
+bool _hasName(const CIMQualifier& qualifier, const std::string& name) {
+    const String& own = qualifier.getName().getString();
+    const Char16* const units = own.getChar16Data();
+    const Uint32 size = own.size();
+    if (std::any_of(units, units + size, [](Char16 unit) { return unit >= 0x80; })) {
+        return sameName(make_string(own), name);
+    }
+    if (size != name.size()) {
+        return false;
+    }
+    for (Uint32 i = 0; i < size; ++i) {
+        if (_lower(units[i]) != _lower(static_cast<unsigned char>(name[i]))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // The value of a qualifier, or nothing where it is not there, null or of another type.
 template <class Value>
 std::optional<Value> _valueOf(const CIMQualifier* qualifier, CIMType type, bool isArray) {
@@ -31,7 +54,7 @@ std::optional<Value> _valueOf(const CIMQualifier* qualifier, CIMType type, bool 
 
 const CIMQualifier* QualifierList::find(const std::string& name) const {
     const auto found = std::find_if(_list.begin(), _list.end(), [&](const auto& qualifier) {
-        return sameName(make_string(qualifier.getName().getString()), name);
+        return _hasName(qualifier, name);
     });
     return found == _list.end() ? nullptr : &*found;
 }

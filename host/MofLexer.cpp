@@ -132,9 +132,12 @@ MofToken MofLexer::_identifier() {
     MofToken token;
     token.kind = MofToken::Identifier;
     token.position = _position;
-    while (!_atEnd() && _isNamePart(_peek())) {
-        token.text += _take();
+    const std::size_t start = _at;
+    while (!_atEnd() && _isNamePart(_text[_at])) {
+        ++_at;
     }
+    token.text = _text.substr(start, _at - start);
+    _position.column += unsigned(_at - start);
     return token;
 }
 

@@ -76,6 +76,8 @@ private:
     std::uint64_t _magnitude(std::string_view digits, unsigned base, MofPosition position) const;
     MofToken _string();
     void _stringPiece(std::string& content);
+    // What stands for itself and is one character a byte, as nearly all text.
+    void _plainText(std::string& content);
     MofToken _char();
     std::uint32_t _character();
     std::uint32_t _escape();

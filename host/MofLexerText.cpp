@@ -23,6 +23,7 @@ void MofLexer::_stringPiece(std::string& content) {
     const MofPosition start = _position;
     _take();
     for (;;) {
+        _plainText(content);
         if (_atEnd() || _peek() == '\n') {
             fail(start, "a string without end");
         }
@@ -44,6 +45,16 @@ void MofLexer::_stringPiece(std::string& content) {
         }
         appendUtf8(content, character);
     }
+}
+
+void MofLexer::_plainText(std::string& content) {
+    const std::size_t start = _at;
+    while (!_atEnd() && _text[_at] >= ' ' && _text[_at] < '\x7F' && _text[_at] != '"' &&
+           _text[_at] != '\\') {
+        ++_at;
+    }
+    content += _text.substr(start, _at - start);
+    _position.column += unsigned(_at - start);
 }
 
 MofToken MofLexer::_char() {

@@ -41,10 +41,23 @@ std::vector<std::string> _texts(const CIMInstance& instance) {
     return texts;
 }
 
+bool _hasShapeOf(const CIMInstance& instance, const CIMInstance& model) {
+    if (instance.getClassName() != model.getClassName() ||
+        instance.getPropertyCount() != model.getPropertyCount()) {
+        return false;
+    }
+    for (Uint32 i = 0; i < model.getPropertyCount(); ++i) {
+        if (instance.getProperty(i).getName().getString() !=
+            model.getProperty(i).getName().getString()) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool _sameShape(const std::vector<CIMInstance>& list) {
     return std::all_of(list.begin(), list.end(), [&](const CIMInstance& instance) {
-        return instance.getClassName() == list.front().getClassName() &&
-               _names(instance) == _names(list.front());
+        return _hasShapeOf(instance, list.front());
     });
 }
 

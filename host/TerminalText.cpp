@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "TerminalText.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 
@@ -10,6 +11,11 @@
 namespace QZ {
 
 namespace {
+
+// What is written as it is and is the same in UTF-8.
+bool _isPlain(char c) {
+    return c >= 0x20 && c < 0x7F;
+}
 
 bool _changesDirection(std::uint32_t c) {
     return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
@@ -37,9 +43,16 @@ void _appendVisible(std::string& result, std::uint32_t c) {
 
 std::string visibleText(const std::string& text) {
     std::string result;
+    result.reserve(text.size());
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
+        const char* const plain = std::find_if_not(at, end, _isPlain);
+        if (plain != at) {
+            result.append(at, plain);
+            at = plain;
+            continue;
+        }
         std::uint32_t c = 0;
         if (decodeUtf8(at, end, c)) {
             _appendVisible(result, c);

@@ -47,8 +47,10 @@ Pegasus::String make_String(const std::string& text) {
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
-        std::uint32_t c = 0;
-        if (!decodeUtf8(at, end, c)) {
+        std::uint32_t c = static_cast<unsigned char>(*at);
+        if (c < 0x80) {
+            ++at;  // as nearly all text
+        } else if (!decodeUtf8(at, end, c)) {
             c = static_cast<unsigned char>(*at++);
         }
         _appendUtf16(units, _isXmlCharacter(c) ? c : _replacement);
@@ -61,12 +63,18 @@ Pegasus::String make_String(const std::wstring& text) {
 }
 
 std::string make_string(const Pegasus::String& text) {
+    const Pegasus::Uint32 size = text.size();
+    const Pegasus::Char16* const units = text.getChar16Data();
     std::string result;
-    result.reserve(text.size());
-    for (Pegasus::Uint32 i = 0; i < text.size(); ++i) {
-        std::uint32_t c = text[i];
-        if (_isHighSurrogate(c) && i + 1 < text.size() && _isLowSurrogate(text[i + 1])) {
-            c = 0x10000 + ((c & 0x3FF) << 10) + (static_cast<std::uint32_t>(text[++i]) & 0x3FF);
+    result.reserve(size);
+    for (Pegasus::Uint32 i = 0; i < size; ++i) {
+        std::uint32_t c = units[i];
+        if (c < 0x80) {
+            result += static_cast<char>(c);  // as nearly all text
+            continue;
+        }
+        if (_isHighSurrogate(c) && i + 1 < size && _isLowSurrogate(units[i + 1])) {
+            c = 0x10000 + ((c & 0x3FF) << 10) + (static_cast<std::uint32_t>(units[++i]) & 0x3FF);
         } else if (_isHighSurrogate(c) || _isLowSurrogate(c)) {
             c = _replacement;
         }
