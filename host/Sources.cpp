@@ -42,6 +42,22 @@ std::string _accessReason(const std::string& path, int mode) {
     return access(path.c_str(), mode) == 0 ? "" : systemErrorText(errno);
 }
 
+// What there is of the controller: its device, or its replies of another machine.
+std::string _controllerReason() {
+    if (access(MachinePaths::managementControllerReplies().c_str(), R_OK) == 0 ||
+        access(MachinePaths::managementController().c_str(), R_OK | W_OK) == 0) {
+        return "";
+    }
+    const int error = errno;
+    const char* const remedy =
+        error == ENOENT
+            ? "; if the machine has one, \"modprobe -a ipmi_si ipmi_devintf\" loads the "
+              "drivers that make it"
+        : error == EACCES ? "; root may ask it"
+                          : "";
+    return systemErrorText(error) + remedy;
+}
+
 std::string _libraryPath(const char* name) {
     std::string path(std::size_t(std::snprintf(nullptr, 0, MachinePaths::libraryFormat(), name)),
                      '\0');
@@ -72,6 +88,7 @@ std::vector<std::string> missingSources() {
     check("data folder", data, _accessReason(data, R_OK | W_OK | X_OK));
     const std::string library = _libraryPath("libtav_shrdevice.so");
     check("service-processor library", library, _accessReason(library, R_OK));
+    check("management controller", MachinePaths::managementController(), _controllerReason());
     return sentences;
 }
 

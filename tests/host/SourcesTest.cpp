@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "TestMachine.h"
@@ -22,7 +23,10 @@ TEST(Sources, NamesEachThatIsMissingWithItsReason) {
                            HasSubstr("smbios_entry_point: No such file or directory")),
             testing::AllOf(HasSubstr("No machine id: "), HasSubstr("machine-id: No such")),
             HasSubstr("No data folder: " + machine.folder().file("data")),
-            HasSubstr("No service-processor library: ../lib/libtav_shrdevice.so: No such")));
+            HasSubstr("No service-processor library: ../lib/libtav_shrdevice.so: No such"),
+            testing::AllOf(HasSubstr("No management controller: " + machine.folder().path() +
+                                     "/dev/ipmi0: No such file or directory; "),
+                           HasSubstr("modprobe -a ipmi_si ipmi_devintf"))));
 }
 
 TEST(Sources, HasNothingToSayOfAWholeMachine) {
@@ -32,6 +36,7 @@ TEST(Sources, HasNothingToSayOfAWholeMachine) {
     folder.write("sys/firmware/dmi/tables/DMI", "x");
     folder.write("etc/machine-id", "x");
     folder.write("lib/libtav_shrdevice.so", "x");
+    folder.write("dev/ipmi0.replies", "");
     std::filesystem::create_directory(folder.file("run"));
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(folder.file("run"));
@@ -46,7 +51,20 @@ TEST(Sources, TakesAnEmptyOrForeignFileForMissing) {
     std::filesystem::create_directory(machine.folder().file("sys/firmware/dmi/tables/DMI"));
     machine.folder().write("etc/machine-id", "");
     const std::vector<std::string> missing = missingSources();
-    ASSERT_EQ(missing.size(), 3U);
+    ASSERT_EQ(missing.size(), 4U);
     EXPECT_THAT(missing[0], HasSubstr("tables/DMI: not a regular file"));
     EXPECT_THAT(missing[1], HasSubstr("machine-id: empty"));
+}
+
+TEST(Sources, TakesTheControllersDeviceItselfForThere) {
+    const TestMachine machine;
+    const auto hasController = [] {
+        const std::vector<std::string> missing = missingSources();
+        return std::none_of(missing.begin(), missing.end(), [](const std::string& sentence) {
+            return sentence.find("management controller") != std::string::npos;
+        });
+    };
+    EXPECT_FALSE(hasController());
+    machine.folder().write("dev/ipmi0", "");
+    EXPECT_TRUE(hasController());
 }
