@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "AccessCommandLine.h"
 #include "Product.h"
 #include "Text.h"
 
@@ -85,9 +86,9 @@ void _chooseWhomToAsk(Request& request) {
             "--module and --schema");
     }
     // These are about this machine, whatever the environment says.
-    const bool isOfThisMachine = request.command == Request::Capture ||
-                                 request.command == Request::Sel ||
-                                 request.command == Request::Serve;
+    const bool isOfThisMachine =
+        request.command == Request::Capture || request.command == Request::Sel ||
+        request.command == Request::Passwd || request.command == Request::Serve;
     if (isOfThisMachine && !request.server.empty()) {
         throw CLI::ValidationError("--server", "this command works without a server");
     }
@@ -134,13 +135,7 @@ void _addServe(CLI::App& app, Request& request) {
         ->type_name("PORT")
         ->check(CLI::Range(0, 65535))
         ->capture_default_str();
-    added->add_option("--user", serve.user, "Who may ask")
-        ->type_name("NAME")
-        ->capture_default_str();
-    added
-        ->add_option("--password-file", serve.passwordFile,
-                     "The file whose first line is the password; else one is made")
-        ->type_name("FILE");
+    addAccessOptions(*added, serve);
 }
 
 void _addWatch(CLI::App& app, Request& request) {
@@ -266,6 +261,9 @@ void _addCommands(CLI::App& app, Request& request) {
                 "Write the System Event Log of the machine's management controller", "sel")
         ->add_flag("--raw", request.isRaw, "Only write the bytes of each record");
     _addWatch(app, request);
+    addPasswdOptions(*_addCommand(app, request, Request::Passwd, "passwd",
+                                  "Keep the users of a server's credentials file", ""),
+                     request.passwd);
     _addServe(app, request);
 }
 
@@ -282,6 +280,9 @@ ParsedArguments parseArguments(int count, const char* const* arguments) {
         app.parse(count, arguments);
         _chooseWhomToAsk(result.request);
         _makeAbsolute(result.request.fru.file);
+        _makeAbsolute(result.request.passwd.file);
+        _makeAbsolute(result.request.serve.access.credentialsFile);
+        _makeAbsolute(result.request.serve.access.pamFolder);
         _makeAbsolute(result.request.authorityFile);
         result.isRequest = true;
     } catch (const CLI::ParseError& error) {

@@ -161,6 +161,7 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
         case Request::Capture:
         case Request::Sel:
         case Request::Watch:
+        case Request::Passwd:
         case Request::Serve:
             break;  // none of them asks and is answered
     }

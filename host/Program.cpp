@@ -16,6 +16,7 @@
 #include "Commands.h"
 #include "InProcessServer.h"
 #include "ModuleAlerts.h"
+#include "Passwd.h"
 #include "RemoteServer.h"
 #include "ResultOutput.h"
 #include "Sel.h"
@@ -96,6 +97,8 @@ CommandResult _carryOut(const Request& request, const Workplace& place) {
 // The folder is what "capture" fills.
 CommandResult _answer(const Request& request, const Workplace& place, const std::string& folder) {
     switch (request.command) {
+        case Request::Passwd:
+            return {{}, changePassword(request.passwd)};
         case Request::Capture:
             return captureMachine(folder, request.isSanitized, _say);
         case Request::Sel:

@@ -15,7 +15,7 @@
 #include <optional>
 #include <utility>
 
-#include "BasicCredentials.h"
+#include "ParsedRequest.h"
 #include "ResponseStream.h"
 #include "SocketSend.h"
 
@@ -57,7 +57,7 @@ public:
     void stop() override;
 
 private:
-    enum class State { Idle, Header, Body, Answering, Sending, Draining, Closed };
+    enum class State { Idle, Header, Body, Login, Answering, Sending, Draining, Closed };
 
     // A request that is being answered.
     struct Call : HttpCall {
@@ -80,9 +80,10 @@ private:
     void _parse();
     bool _acceptsHeader();
     void _fillRecord();
-    HttpRequest _takeRequest();
-    void _answer();
-    void _work(HttpRequest& request, ResponseStream& stream) const;
+    void _logIn();
+    std::optional<Verdict> _askWho();
+    void _answer(const Verdict& verdict);
+    void _work(const Verdict& verdict, ResponseStream& stream);
     void _onLate(ResponseStream& stream);
     void _send(ResponseStream::End end);
     void _onSent(ResponseStream::Next next);
@@ -101,6 +102,7 @@ private:
     std::optional<http::request_parser<http::string_body>> _parser;
     std::string _peer;
     HttpLogRecord _record;
+    HttpRequest _request;
     steady_clock::time_point _started;
     ResponseStream::End _end;
 };
@@ -132,7 +134,9 @@ void Connection::_onTimer() {
     if (steady_clock::now() < _deadline) {
         return _armTimer();
     }
-    _state == State::Header || _state == State::Body ? refuse(408) : _close();
+    _state == State::Login                             ? refuse(503)
+    : _state == State::Header || _state == State::Body ? refuse(408)
+                                                       : _close();
 }
 
 void Connection::awaitRequest() {
@@ -198,7 +202,7 @@ void Connection::_parse() {
             return _awaitBytes();
         }
     }
-    _answer();
+    _logIn();
 }
 
 // Looks at the header before the body comes. False where that is refused.
@@ -240,35 +244,39 @@ void Connection::refuse(int status) {
     _send({ResponseStream::assemble(answer, form), ResponseStream::Close});
 }
 
-HttpRequest Connection::_takeRequest() {
-    auto& parsed = _parser->get();
-    HttpRequest request;
-    request.method = _record.method;
-    request.target = _record.target;
-    request.headers.reserve(16);
-    for (const auto& field : parsed) {
-        request.headers.emplace_back(field.name_string(), field.value());
+void Connection::_logIn() {
+    _fillRecord();
+    _request = takeRequest(_parser->get(), _peer);
+    _enter(State::Login, _limits.answer);
+    if (const auto verdict = _askWho()) {
+        _answer(*verdict);
     }
-    request.body = std::move(parsed.body());
-    request.peer = _peer;
-    return request;
 }
 
-void Connection::_answer() {
+// None where it is found out later, and no thread of ours is held up meanwhile.
+std::optional<Verdict> Connection::_askWho() {
+    if (!_shared->options.authenticate) {
+        return Verdict{Verdict::Accepted, {"", Rights::all()}, {}};
+    }
+    return _shared->options.authenticate(
+        loginOf(_request), [self = shared_from_this()](const Verdict& verdict) {
+            asio::post(self->_socket.get_executor(), [self, verdict] {
+                if (self->_state == State::Login) {
+                    self->_answer(verdict);
+                }
+            });
+        });
+}
+
+void Connection::_answer(const Verdict& verdict) {
     _state = State::Answering;
-    _fillRecord();
-    HttpRequest request = _takeRequest();
-    ResponseStream::Form form;
-    form.isHttp11 = _parser->get().version() >= 11;
-    form.keepsAlive = _parser->get().keep_alive();
-    const std::string* const te = request.header("TE");
-    form.acceptsTrailers = te && te->find("trailers") != std::string::npos;
-    const auto call = std::make_shared<Call>(shared_from_this(), form);
+    const auto call = std::make_shared<Call>(shared_from_this(), formOf(_parser->get()));
     _loop->enterHandler(call, _started + _limits.answer);
     _shared->wakeWatcher();
-    _work(request, call->stream);
+    _work(verdict, call->stream);
     std::optional<ResponseStream::End> end = call->stream.finish();
     _loop->leaveHandler(call);
+    _request = {};
     if (!end) {
         return _close();
     }
@@ -276,22 +284,14 @@ void Connection::_answer() {
     _send(std::move(*end));
 }
 
-void Connection::_work(HttpRequest& request, ResponseStream& stream) const {
+void Connection::_work(const Verdict& verdict, ResponseStream& stream) {
     try {
-        const auto& options = _shared->options;
-        if (options.authenticate) {
-            const std::string* const header = request.header("Authorization");
-            const auto credentials = parseBasicCredentials(header ? *header : std::string());
-            if (!credentials || !options.authenticate(credentials->user, credentials->password)) {
-                stream.setStatus(401);
-                stream.addHeader("WWW-Authenticate",
-                                 "Basic realm=\"" + options.realm + "\", charset=\"UTF-8\"");
-                return;
-            }
-            request.user = credentials->user;
-            stream.setUser(request.user);
+        if (verdict.kind != Verdict::Accepted) {
+            return refuseLogin(verdict, _shared->options.realm, stream);
         }
-        _shared->handler(request, stream);
+        _request.caller = verdict.caller;
+        stream.setUser(_request.caller.name);
+        _shared->handler(_request, stream);
     } catch (const Disconnected&) {
         // Nobody is there to be told.
     } catch (...) {

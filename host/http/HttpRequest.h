@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "Login.h"
+
 namespace QZ {
 
 // A request as it came, its body whole.
@@ -15,7 +17,7 @@ struct HttpRequest {
     std::vector<std::pair<std::string, std::string>> headers;
     std::string body;
     std::string peer;  // the client's address, without its port
-    std::string user;  // who was authenticated; empty for nobody
+    Caller caller;     // who was authenticated
 
     // The first header of that name, ignoring case; null where there is none.
     const std::string* header(const std::string& name) const;

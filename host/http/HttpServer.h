@@ -45,8 +45,8 @@ struct HttpServerOptions {
     std::uint16_t port = 0;  // 0: any that is free
     HttpLimits limits;
     std::string realm = "tavqz";
-    // Whether that is the user's password; none: nobody is asked for one. May take its time.
-    std::function<bool(const std::string& user, const std::string& password)> authenticate;
+    // Says who asks, at once or later: no thread of the server waits. None: everybody may all.
+    Authenticate authenticate;
     std::function<void(const HttpLogRecord&)> log;
 };
 

@@ -33,6 +33,8 @@ const char* _reason(int status) {
             return "Content Too Large";
         case 415:
             return "Unsupported Media Type";
+        case 429:
+            return "Too Many Requests";
         case 431:
             return "Request Header Fields Too Large";
         case 500:

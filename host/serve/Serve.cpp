@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "BasicCredentials.h"
+#include "Access.h"
 #include "Credentials.h"
 #include "HttpServer.h"
 #include "HttpUrl.h"
@@ -34,7 +34,8 @@ bool _isLoopback(const std::string& address) {
 std::string _url(const ServeRequest& request, const std::string& password, std::uint16_t port) {
     // A password from a file is known to who needs it, and stands in no log.
     const std::string secret = request.passwordFile.empty() ? ":" + password : "";
-    return "http://" + request.user + secret + "@" + hostAndPort(request.address, port);
+    const std::string user = hasOneUser(request) ? request.user + secret + "@" : "";
+    return "http://" + user + hostAndPort(request.address, port);
 }
 
 std::string _logLine(const HttpLogRecord& record) {
@@ -46,15 +47,13 @@ std::string _logLine(const HttpLogRecord& record) {
     return line + std::to_string(record.bytes) + " bytes " + time;
 }
 
-HttpServerOptions _options(const ServeRequest& request, const std::string& password,
+HttpServerOptions _options(const ServeRequest& request, Authenticator& authenticator,
                            const ServeOutput& output) {
     HttpServerOptions options;
     options.address = request.address;
     options.port = std::uint16_t(request.port);
-    options.authenticate = [user = request.user, password](const std::string& given,
-                                                           const std::string& secret) {
-        const bool sameUser = equalSecrets(user, given);
-        return equalSecrets(password, secret) && sameUser;
+    options.authenticate = [&authenticator](const Login& login, const TakeVerdict& later) {
+        return authenticator.authenticate(login, later);
     };
     options.log = [log = output.log](const HttpLogRecord& record) { log(_logLine(record)); };
     return options;
@@ -83,13 +82,15 @@ ExitStatus serve(const ServeRequest& request, const HttpTrust& listeners,
     const std::string password =
         request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
     StopSignals signals;
+    const std::unique_ptr<Authenticator> authenticator =
+        makeAuthenticator(request, password, output.log);
     const std::unique_ptr<InProcessServer> providers = makeProviders();
     Subscriptions subscriptions(*providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
                                 output.log, listeners);
     subscriptions.start();
     RequestHandler handler(*providers, {}, &subscriptions);
     HttpServer server(
-        _options(request, password, output),
+        _options(request, *authenticator, output),
         [&handler](const HttpRequest& http, HttpReply& reply) { handler.handle(http, reply); });
     output.announce(_url(request, password, server.port()));
     signals.wait();

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include <utility>
+#include <vector>
 
 #include "CimText.h"
 #include "HttpMapping.h"
@@ -23,9 +24,8 @@ void _send(HttpReply& reply, const HttpAnswer& answer) {
     reply.write(answer.body);
 }
 
-// What the log says of a call: its method, its class, and its CIM status where that is none of 0.
-std::string _logText(const CimRequest& request, int status) {
-    std::string text = request.call.method;
+// The class that a call is about; empty where it names none.
+std::string _classOf(const CimRequest& request) {
     CIMName name = request.className;
     if (name.isNull()) {
         name = request.instanceName.getClassName();
@@ -33,8 +33,44 @@ std::string _logText(const CimRequest& request, int status) {
     if (name.isNull() && !request.instance.isUninitialized()) {
         name = request.instance.getClassName();
     }
-    if (!name.isNull()) {
-        text += " " + make_string(name.getString());
+    return name.isNull() ? std::string() : make_string(name.getString());
+}
+
+void _requireRight(Right right, const Caller& caller) {
+    if (!caller.rights.has(right)) {
+        const std::string name = caller.name.empty() ? "a caller without a name" : caller.name;
+        throw CIMException(CIM_ERR_ACCESS_DENIED,
+                           make_String(name + " has no right to " + nameOf(right)));
+    }
+}
+
+// Whatever a call names must be allowed: a path of one class may stand with an instance of another.
+// Throws CIM_ERR_ACCESS_DENIED.
+void _requireRights(const CimRequest& request, const Caller& caller) {
+    std::vector<CIMName> names{request.className, request.instanceName.getClassName()};
+    if (!request.instance.isUninitialized()) {
+        names.push_back(request.instance.getClassName());
+        names.push_back(request.instance.getPath().getClassName());
+    }
+    bool isAboutAClass = false;
+    for (const CIMName& name : names) {
+        if (!name.isNull()) {
+            isAboutAClass = true;
+            _requireRight(requiredRight(request.call.method, make_string(name.getString())),
+                          caller);
+        }
+    }
+    if (!isAboutAClass) {
+        _requireRight(requiredRight(request.call.method, {}), caller);
+    }
+}
+
+// What the log says of a call: its method, its class, and its CIM status where that is none of 0.
+std::string _logText(const CimRequest& request, int status) {
+    std::string text = request.call.method;
+    const std::string name = _classOf(request);
+    if (!name.empty()) {
+        text += " " + name;
     }
     return status == 0 ? text : text + " CIM status " + std::to_string(status);
 }
@@ -101,10 +137,12 @@ void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
                                      "the provider did not answer within " +
                                          std::to_string(_limits.answer.count()) + " seconds")};
     });
-    InProcessServer::Caller caller{http.user, parseAcceptLanguage(http.header("Accept-Language"))};
+    InProcessServer::Caller caller{http.caller.name,
+                                   parseAcceptLanguage(http.header("Accept-Language"))};
     int status = CIM_ERR_FAILED;
     std::string reason;
     try {
+        _requireRights(request, http.caller);
         for (const auto& [name, value] : mapping.answerHeaders()) {
             reply.addHeader(name, value);
         }

@@ -125,14 +125,17 @@ TEST(HttpServer, DoesNotWaitForeverForARequest) {
     EXPECT_THAT(body.receive("\r\n\r\n"), StartsWith("HTTP/1.1 408 "));
 }
 
+void writeCaller(const HttpRequest& request, HttpReply& reply) {
+    reply.write("<" + request.caller.name + ">");
+}
+
 TEST(HttpServer, AsksWhoItIs) {
     HttpServerOptions options;
-    options.authenticate = [](const std::string& user, const std::string& password) {
-        return user == "ann" && equalSecrets(password, "secret");
+    options.authenticate = [](const Login& login, const TakeVerdict&) -> std::optional<Verdict> {
+        const bool isAnn = login.user == "ann" && equalSecrets(login.password, "secret");
+        return isAnn ? Verdict{Verdict::Accepted, {"ann", {}}, {}} : Verdict{};
     };
-    HttpServer server(options, [](const HttpRequest& request, HttpReply& reply) {
-        reply.write("<" + request.user + ">");
-    });
+    HttpServer server(options, writeCaller);
     const auto ask = [&server](const std::string& header) {
         const RawClient client(server.port());
         client.send(post("", header + LAST));
@@ -144,6 +147,67 @@ TEST(HttpServer, AsksWhoItIs) {
     EXPECT_THAT(ask(""), HasSubstr("WWW-Authenticate: Basic realm=\"tavqz\""));
     EXPECT_THAT(ask(as("wrong")), StartsWith("HTTP/1.1 401 "));
     EXPECT_THAT(ask(as("secret")), EndsWith("<ann>"));
+}
+
+// Keeps what is asked, and whom to tell.
+struct Gatekeeper {
+    explicit Gatekeeper(HttpServerOptions& options) {
+        options.authenticate = [this](const Login& login,
+                                      const TakeVerdict& later) -> std::optional<Verdict> {
+            if (login.hasPassword) {
+                return Verdict{Verdict::Accepted, {login.user, {}}, {}};
+            }
+            asked.set_value(later);
+            return std::nullopt;
+        };
+    }
+
+    std::promise<TakeVerdict> asked;
+};
+
+TEST(HttpServer, HoldsUpNobodyWhileItIsFoundOutWhoAsks) {
+    HttpServerOptions options;
+    options.limits.workers = 1;
+    Gatekeeper gatekeeper(options);
+    HttpServer server(options, writeCaller);
+    const RawClient slow(server.port());
+    slow.send(post("", LAST));
+    const TakeVerdict tell = gatekeeper.asked.get_future().get();
+    const RawClient quick(server.port());
+    quick.send(post("", "Authorization: " + basicAuthorization({"ann", "x"}) + "\r\n" + LAST));
+    EXPECT_THAT(quick.receive(), EndsWith("<ann>"));
+    tell({Verdict::Accepted, {"bob", {}}, {}});
+    EXPECT_THAT(slow.receive(), EndsWith("<bob>"));
+}
+
+TEST(HttpServer, TellsAClientWhenToTryAgain) {
+    const auto answer = [](const Verdict& verdict) {
+        HttpServerOptions options;
+        Gatekeeper gatekeeper(options);
+        HttpServer server(options, writeCaller);
+        const RawClient client(server.port());
+        client.send(post("", LAST));
+        gatekeeper.asked.get_future().get()(verdict);
+        return client.receive();
+    };
+    const std::string busy = answer({Verdict::Busy, {}, std::chrono::seconds(2)});
+    EXPECT_THAT(busy, StartsWith("HTTP/1.1 503 "));
+    EXPECT_THAT(busy, HasSubstr("Retry-After: 2\r\n"));
+    const std::string tooOften = answer({Verdict::TooOften, {}, std::chrono::seconds(8)});
+    EXPECT_THAT(tooOften, StartsWith("HTTP/1.1 429 Too Many Requests\r\n"));
+    EXPECT_THAT(tooOften, HasSubstr("Retry-After: 8\r\n"));
+}
+
+TEST(HttpServer, WaitsForNobodyWhoDoesNotFindOutWhoAsks) {
+    HttpServerOptions options;
+    options.limits.answer = milliseconds(50);
+    Gatekeeper gatekeeper(options);
+    HttpServer server(options, writeCaller);
+    const RawClient client(server.port());
+    client.send(post(""));
+    EXPECT_THAT(client.receive(), StartsWith("HTTP/1.1 503 "));
+    // Too late for that client, and harmless.
+    gatekeeper.asked.get_future().get()({Verdict::Accepted, {"ann", {}}, {}});
 }
 
 TEST(HttpServer, SurvivesWhateverIsThrown) {

@@ -94,7 +94,7 @@ TEST_F(PullOperations, BelongToWhoOpenedThem) {
     HttpRequest request =
         Caller::request("PullInstancesWithPath", Caller::value("EnumerationContext", context) +
                                                      Caller::value("MaxObjectCount", "1"));
-    request.user = "somebody else";
+    request.caller.name = "somebody else";
     MemoryReply reply;
     server.handler.handle(request, reply);
     EXPECT_EQ(Caller::result("PullInstancesWithPath", reply.answer.body).error, 21);

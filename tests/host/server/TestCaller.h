@@ -94,7 +94,7 @@ public:
                            {"CIMOperation", "MethodCall"},
                            {"CIMMethod", method},
                            {"CIMObject", space}};
-        request.user = "tester";
+        request.caller = {"tester", QZ::Rights::all(), QZ::Caller::Password};
         std::string path;
         for (std::size_t begin = 0; begin <= space.size();) {
             const std::size_t end = std::min(space.find('/', begin), space.size());

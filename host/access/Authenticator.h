@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Attempts.h"
+#include "CheckPool.h"
+#include "GroupRights.h"
+#include "Login.h"
+#include "PasswordSource.h"
+#include "Remembered.h"
+
+namespace QZ {
+
+// Says who asks: by a password that a source knows, on a few threads of its own; or by what the
+// kernel says of a local client. Who was let in is remembered for a short time; wrong passwords are
+// counted and slowed. Any thread may call.
+class Authenticator {
+public:
+    struct Limits {
+        CheckPool::Limits pool;
+        Attempts::Limits attempts;
+        Remembered::Limits remembered;
+    };
+    using Log = std::function<void(const std::string& line)>;
+
+    // The groups are for local clients. Throws Error where the system has no threads or random
+    // numbers to give.
+    Authenticator(std::shared_ptr<PasswordSource> passwords, RightGroups groups, Limits limits,
+                  Log log);
+    ~Authenticator();
+
+    // As Authenticate in Login.h. A local client's password counts where it sends one. What fails
+    // for want of memory is answered with Busy.
+    std::optional<Verdict> authenticate(const Login& login, const TakeVerdict& later) noexcept;
+
+private:
+    class Core;
+
+    std::optional<Verdict> _start(const Login& login, const TakeVerdict& later);
+
+    std::shared_ptr<Core> _core;
+    CheckPool _pool;
+};
+
+}  // namespace QZ

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace QZ {
+
+// A few threads for what takes long, such as a wrong password. One client's address has no more
+// than half of them at once, and of the places to wait, so that it cannot keep others out. Any
+// thread may call.
+class CheckPool {
+public:
+    using Job = std::function<void()>;
+
+    struct Limits {
+        std::size_t threads = 4;
+        std::size_t waiting = 32;
+    };
+
+    // Throws Error where the system has no thread to give.
+    explicit CheckPool(Limits limits);
+
+    // Forgets what waits. What is under way is waited for, but not forever: it may still run after
+    // that, and what it uses is its own affair.
+    ~CheckPool();
+    CheckPool(const CheckPool&) = delete;
+    CheckPool& operator=(const CheckPool&) = delete;
+
+    // False where there is no place. A job must not throw.
+    bool submit(const std::string& peer, Job job);
+
+private:
+    class Core;
+    std::shared_ptr<Core> _core;
+};
+
+}  // namespace QZ

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Rights.h"
+
+namespace QZ {
+
+// Who asks, as far as somebody vouches for it.
+struct Caller {
+    enum Origin {
+        Nobody,
+        Password,
+        LocalUser,  // the kernel knows
+        Certificate,
+    };
+
+    std::string name;
+    Rights rights;
+    Origin origin = Nobody;
+};
+
+// What a client says of itself, and the kernel of a local one.
+struct Login {
+    std::string peer;  // the client's address
+    bool hasPassword = false;
+    std::string user;
+    std::string password;
+    std::optional<uid_t> localUser;
+};
+
+// What comes of it.
+struct Verdict {
+    enum Kind {
+        Accepted,
+        Refused,   // no password, or a wrong one
+        TooOften,  // wrong passwords before, so that this one was not looked at
+        Busy,      // too many are being looked at
+    };
+
+    Kind kind = Refused;
+    Caller caller;                       // when Accepted
+    std::chrono::seconds retryAfter{0};  // when TooOften or Busy
+};
+
+using TakeVerdict = std::function<void(const Verdict& verdict)>;
+
+// A verdict that is known at once is returned; else none, and it is handed to `later`, once and on
+// whatever thread, unless the server ends before. Must not throw.
+using Authenticate =
+    std::function<std::optional<Verdict>(const Login& login, const TakeVerdict& later)>;
+
+}  // namespace QZ

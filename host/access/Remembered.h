@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "Login.h"
+
+namespace QZ {
+
+// What of a login tells it from all others, without giving its password away: a hash with a key
+// that only this process has. Throws Error where the system has no random numbers for the key.
+class LoginDigest {
+public:
+    LoginDigest();
+
+    std::string of(const Login& login) const;
+
+private:
+    std::string _key;
+};
+
+// The callers that were let in a short time ago, by the digests of their logins. Time is Clock's.
+// One thread at a time.
+class Remembered {
+public:
+    struct Limits {
+        std::chrono::milliseconds time{60'000};
+        std::size_t callers = 1024;
+    };
+
+    explicit Remembered(Limits limits) : _limits(limits) {}
+
+    // The revision is that of the passwords: what an older one let in is forgotten.
+    void add(const std::string& digest, const Caller& caller, std::uint64_t revision);
+    std::optional<Caller> find(const std::string& digest, std::uint64_t revision);
+
+private:
+    struct Entry {
+        Caller caller;
+        std::int64_t until;
+        std::uint64_t revision;
+    };
+
+    void _makeRoom(std::int64_t now);
+
+    const Limits _limits;
+    std::map<std::string, Entry> _entries;
+};
+
+}  // namespace QZ

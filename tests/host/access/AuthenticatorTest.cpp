@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "Authenticator.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <future>
+
+#include "ManualClock.h"
+
+namespace QZ {
+namespace {
+
+using std::chrono::seconds;
+
+// Knows one password, and may be held up. What it is asked is counted.
+class TestPasswords : public PasswordSource {
+public:
+    Finding check(const Login& login) override {
+        ++asked;
+        if (login.user == "slow") {
+            released.wait();
+        }
+        if (login.user == "unknowable") {
+            return {Finding::Unknown, {}};
+        }
+        return login.password == "right" ? Finding{Finding::Right, Rights().with(Right::Read)}
+                                         : Finding{};
+    }
+    std::uint64_t revision() override { return changes; }
+
+    std::atomic<int> asked{0};
+    std::atomic<std::uint64_t> changes{0};
+    std::promise<void> release;
+    std::shared_future<void> released = release.get_future().share();
+};
+
+Login login(const std::string& user, const std::string& password,
+            const std::string& peer = "192.0.2.7") {
+    Login login;
+    login.peer = peer;
+    login.hasPassword = true;
+    login.user = user;
+    login.password = password;
+    return login;
+}
+
+class AuthenticatorTest : public testing::Test {
+protected:
+    std::future<Verdict> start(const Login& given) {
+        const auto promise = std::make_shared<std::promise<Verdict>>();
+        std::future<Verdict> result = promise->get_future();
+        const auto verdict = authenticator.authenticate(
+            given, [promise](const Verdict& later) { promise->set_value(later); });
+        if (verdict) {
+            promise->set_value(*verdict);
+        }
+        return result;
+    }
+    Verdict ask(const Login& given) { return start(given).get(); }
+    Verdict::Kind kindOf(const Login& given) { return ask(given).kind; }
+
+    ManualClock clock;
+    std::shared_ptr<TestPasswords> passwords = std::make_shared<TestPasswords>();
+    Authenticator authenticator{passwords, {}, {}, [](const std::string&) {}};
+};
+
+TEST_F(AuthenticatorTest, LetsInWithWhatTheSourceGrants) {
+    const Verdict verdict = ask(login("anna", "right"));
+    EXPECT_EQ(Verdict::Accepted, verdict.kind);
+    EXPECT_EQ("anna", verdict.caller.name);
+    EXPECT_EQ("read", verdict.caller.rights.text());
+    EXPECT_EQ(Caller::Password, verdict.caller.origin);
+}
+
+TEST_F(AuthenticatorTest, RefusesWrongPasswordsAndNone) {
+    EXPECT_EQ(Verdict::Refused, kindOf(login("anna", "wrong")));
+    Login none;
+    none.peer = "192.0.2.7";
+    EXPECT_EQ(Verdict::Refused, kindOf(none));
+    EXPECT_EQ(1, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, RemembersForAShortTimeWhoWasLetIn) {
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
+    }
+    EXPECT_EQ(1, passwords->asked);
+    clock.sleepMilliseconds(60'000);
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
+    EXPECT_EQ(2, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, RemembersNobodyElse) {
+    (void)ask(login("anna", "right"));
+    EXPECT_EQ(Verdict::Refused, kindOf(login("anna", "wrong")));
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right", "192.0.2.8")));
+    EXPECT_EQ(3, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, ForgetsWhoWasLetInWhenThePasswordsChange) {
+    (void)ask(login("anna", "right"));
+    passwords->changes = 1;
+    (void)ask(login("anna", "right"));
+    EXPECT_EQ(2, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, SlowsWhoeverGuesses) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Verdict::Refused, kindOf(login("anna", "guess" + std::to_string(i))));
+    }
+    const Verdict slowed = ask(login("anna", "right"));
+    EXPECT_EQ(Verdict::TooOften, slowed.kind);
+    EXPECT_EQ(seconds(1), slowed.retryAfter);
+    EXPECT_EQ(3, passwords->asked);
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right", "192.0.2.8")));
+    clock.sleepMilliseconds(1000);
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
+}
+
+TEST_F(AuthenticatorTest, DoesNotSlowWhoIsInAlready) {
+    (void)ask(login("anna", "right"));
+    for (int i = 0; i < 3; ++i) {
+        (void)ask(login("anna", "guess" + std::to_string(i)));
+    }
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
+}
+
+TEST_F(AuthenticatorTest, AsksOnceForManyThatComeAtOnce) {
+    std::vector<std::future<Verdict>> all;
+    for (int i = 0; i < 20; ++i) {
+        all.push_back(start(login("slow", "right")));
+    }
+    passwords->release.set_value();
+    for (auto& each : all) {
+        EXPECT_EQ(Verdict::Accepted, each.get().kind);
+    }
+    EXPECT_EQ(1, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, IsBusyForOneAddressAndNotForOthers) {
+    std::vector<std::future<Verdict>> all;
+    for (int i = 0; i < 100; ++i) {
+        all.push_back(start(login("slow", "guess" + std::to_string(i), "192.0.2.66")));
+        clock.sleepMilliseconds(60'000);
+    }
+    const Verdict busy = all.back().get();
+    EXPECT_EQ(Verdict::Busy, busy.kind);
+    EXPECT_LT(seconds(0), busy.retryAfter);
+    EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
+    passwords->release.set_value();
+    EXPECT_EQ(Verdict::Refused, all.front().get().kind);
+}
+
+TEST_F(AuthenticatorTest, CountsNoPasswordThatNobodyCouldCheck) {
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(Verdict::Busy, kindOf(login("unknowable", "right")));
+    }
+    EXPECT_EQ(5, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, KnowsLocalUsersByTheirNumber) {
+    Login local;
+    local.peer = "local";
+    local.localUser = geteuid();
+    const Verdict verdict = ask(local);
+    EXPECT_EQ(Verdict::Accepted, verdict.kind);
+    EXPECT_EQ(Caller::LocalUser, verdict.caller.origin);
+    EXPECT_TRUE(verdict.caller.rights == Rights::all());
+    EXPECT_EQ(0, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, GivesALocalStrangerAName) {
+    Login local;
+    local.peer = "local";
+    local.localUser = 4'000'000'000U;
+    const Verdict verdict = ask(local);
+    EXPECT_EQ(Verdict::Accepted, verdict.kind);
+    EXPECT_EQ("uid 4000000000", verdict.caller.name);
+    EXPECT_TRUE(verdict.caller.rights == Rights::none());
+}
+
+TEST_F(AuthenticatorTest, BelievesALocalClientsPassword) {
+    Login local = login("anna", "right", "local");
+    local.localUser = 4'000'000'000U;
+    EXPECT_EQ("anna", ask(local).caller.name);
+}
+
+}  // namespace
+}  // namespace QZ

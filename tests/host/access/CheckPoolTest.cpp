@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "CheckPool.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+namespace QZ {
+namespace {
+
+// Holds up whoever passes until it is opened.
+class Gate {
+public:
+    void pass() const { _opened.wait(); }
+    void open() { _promise.set_value(); }
+
+private:
+    std::promise<void> _promise;
+    std::shared_future<void> _opened = _promise.get_future().share();
+};
+
+// A job that is waited for.
+class Awaited {
+public:
+    CheckPool::Job job(const Gate* gate = nullptr) {
+        return [this, gate] {
+            _begun.set_value();
+            if (gate) {
+                gate->pass();
+            }
+            _ended.set_value();
+        };
+    }
+    void awaitBegin() { _begun.get_future().wait(); }
+    void awaitEnd() { _ended.get_future().wait(); }
+
+private:
+    std::promise<void> _begun;
+    std::promise<void> _ended;
+};
+
+TEST(CheckPool, KeepsAPlaceForOthersThanWhoeverIsSlow) {
+    Gate gate;
+    Awaited first;
+    Awaited second;
+    Awaited waiting;
+    Awaited other;
+    CheckPool pool({4, 8});
+    ASSERT_TRUE(pool.submit("bad", first.job(&gate)));
+    ASSERT_TRUE(pool.submit("bad", second.job(&gate)));
+    first.awaitBegin();
+    second.awaitBegin();
+    ASSERT_TRUE(pool.submit("bad", waiting.job()));
+    ASSERT_TRUE(pool.submit("good", other.job()));
+    other.awaitEnd();
+    gate.open();
+    waiting.awaitEnd();
+}
+
+TEST(CheckPool, RefusesWhatItHasNoPlaceFor) {
+    Gate gate;
+    Awaited running;
+    CheckPool pool({1, 4});
+    ASSERT_TRUE(pool.submit("one", running.job(&gate)));
+    running.awaitBegin();
+    const auto nothing = [] {};
+    EXPECT_TRUE(pool.submit("bad", nothing));
+    EXPECT_TRUE(pool.submit("bad", nothing));
+    EXPECT_FALSE(pool.submit("bad", nothing)) << "more than half of the places";
+    EXPECT_TRUE(pool.submit("good", nothing));
+    EXPECT_TRUE(pool.submit("better", nothing));
+    EXPECT_FALSE(pool.submit("best", nothing)) << "more than there are";
+    gate.open();
+}
+
+}  // namespace
+}  // namespace QZ
