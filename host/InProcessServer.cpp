@@ -54,6 +54,25 @@ CIMInstance _delivered(const CIMInstance& instance) {
     return result;
 }
 
+// How many providers ask one another on this thread.
+thread_local int depth = 0;
+constexpr int MAX_DEPTH = 16;
+
+// One more, as long as it lasts: what asks itself without end would use up the stack.
+class Deeper {
+public:
+    Deeper() {
+        if (depth >= MAX_DEPTH) {
+            throw CIMException(CIM_ERR_FAILED, make_String("providers ask one another, more than " +
+                                                           std::to_string(MAX_DEPTH) + " deep"));
+        }
+        ++depth;
+    }
+    ~Deeper() { --depth; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+};
+
 [[noreturn]] void _failed(const ProviderEntry& entry, const std::string& what) {
     throw CIMException(CIM_ERR_FAILED, make_String("provider " + entry.name + ": " + what));
 }
@@ -84,6 +103,7 @@ const ProviderEntry& InProcessServer::_entryFor(const CIMObjectPath& path) const
 // Calls operation(provider) and turns whatever a provider may throw into a CIMException.
 template <class Operation>
 auto InProcessServer::_guard(const ProviderEntry& entry, Operation operation) {
+    const Deeper deeper;
     try {
         return operation(_providers.get(entry));
     } catch (const CIMException&) {
@@ -122,8 +142,9 @@ void InProcessServer::enumerateInstances(const Caller& caller, const CIMObjectPa
                                          const TakeInstance& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
         InstanceRelay relay([&](const CIMInstance& instance) { take(_delivered(instance)); });
-        provider.enumerateInstances(_context(caller), path, false, false, properties, relay);
-        relay.check();
+        relay.run([&] {
+            provider.enumerateInstances(_context(caller), path, false, false, properties, relay);
+        });
     });
 }
 
@@ -131,8 +152,7 @@ void InProcessServer::enumerateInstanceNames(const Caller& caller, const CIMObje
                                              const TakePath& take) {
     _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
         PathRelay relay([&](const CIMObjectPath& found) { take(_delivered(found)); });
-        provider.enumerateInstanceNames(_context(caller), path, relay);
-        relay.check();
+        relay.run([&] { provider.enumerateInstanceNames(_context(caller), path, relay); });
     });
 }
 
@@ -145,8 +165,8 @@ CIMInstance InProcessServer::getInstance(const Caller& caller, const CIMObjectPa
                 found = _delivered(instance);
             }
         });
-        provider.getInstance(_context(caller), path, false, false, properties, relay);
-        relay.check();
+        relay.run(
+            [&] { provider.getInstance(_context(caller), path, false, false, properties, relay); });
         if (found.isUninitialized()) {
             throw CIMException(CIM_ERR_NOT_FOUND, path.toString());
         }
@@ -170,8 +190,7 @@ CIMObjectPath InProcessServer::createInstance(const Caller& caller, const CIMIns
     return _ask(classPath, [&](CIMInstanceProvider& provider, const CIMObjectPath& path) {
         CIMObjectPath found;
         PathRelay relay([&](const CIMObjectPath& delivered) { found = delivered; });
-        provider.createInstance(_context(caller), path, created, relay);
-        relay.check();
+        relay.run([&] { provider.createInstance(_context(caller), path, created, relay); });
         return found.getClassName().isNull() ? _keyPath(created, path) : found;
     });
 }

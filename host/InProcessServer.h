@@ -22,7 +22,7 @@ namespace QZ {
 // anything else it does wrong as CIM_ERR_FAILED, an unknown namespace or class as
 // CIM_ERR_INVALID_NAMESPACE or CIM_ERR_INVALID_CLASS, a class that nobody serves as
 // CIM_ERR_NOT_SUPPORTED. A path without a namespace is one of the model's. Any thread may call,
-// also a provider through its CIMOMHandle while it is asked.
+// also a provider through its CIMOMHandle while it is asked, up to 16 within one another.
 //
 // Each operation is there twice: with the caller's name and languages and for one class alone, what
 // is found handed on as it comes, for the server behind a wire; and for the rest of this program.

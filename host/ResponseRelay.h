@@ -3,10 +3,12 @@
 #pragma once
 
 #include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/ResponseHandler.h>
 
 #include <exception>
 #include <functional>
+#include <thread>
 #include <utility>
 
 namespace QZ {
@@ -39,7 +41,9 @@ struct RelayFailure {
 };
 
 // Hands on what an operation delivers, as it comes. What `take` throws ends that, and is thrown by
-// check(), in a RelayFailure: nothing passes through the provider's code.
+// run(), in a RelayFailure. A provider that goes on delivering then, perhaps without end, is thrown
+// a CIMException, as OpenPegasus' handlers do where something is wrong; on a thread of the
+// provider's own, which may take no exception, what it delivers is only dropped.
 template <class Handler, class T>
 class ResponseRelay : public Handler {
 public:
@@ -50,18 +54,27 @@ public:
     void processing() override { _order.onProcessing(); }
     void complete() override { _order.onComplete(); }
     void deliver(const T& one) override {
-        _order.onDeliver();
+        _onDeliver();
         _take(one);
     }
     void deliver(const Pegasus::Array<T>& several) override {
-        _order.onDeliver();
+        _onDeliver();
         for (Pegasus::Uint32 i = 0; i < several.size(); ++i) {
             _take(several[i]);
         }
     }
 
-    // Throws RelayFailure, else as ResponseOrder::check().
-    void check() const {
+    // Calls `provide`, which makes the provider deliver here. Throws RelayFailure, else what comes
+    // out of it, else as ResponseOrder::check().
+    template <class Provide>
+    void run(Provide provide) {
+        try {
+            provide();
+        } catch (...) {
+            if (!_failure) {
+                throw;
+            }
+        }
         if (_failure) {
             throw RelayFailure{_failure};
         }
@@ -71,6 +84,14 @@ public:
 private:
     // What is wrong with one that is delivered; null for nothing.
     static const char* _flaw(const T& one);
+
+    void _onDeliver() {
+        if (_failure && std::this_thread::get_id() == _asked) {
+            throw Pegasus::CIMException(Pegasus::CIM_ERR_FAILED,
+                                        "nobody takes what the provider delivers any more");
+        }
+        _order.onDeliver();
+    }
 
     void _take(const T& one) {
         if (_failure) {
@@ -87,6 +108,7 @@ private:
         }
     }
 
+    const std::thread::id _asked = std::this_thread::get_id();
     ResponseOrder _order;
     Take _handOn;
     std::exception_ptr _failure;

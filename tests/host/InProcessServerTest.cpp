@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <stdexcept>
 #include <thread>
 
 #include "Commands.h"
@@ -172,6 +173,31 @@ TEST(InProcessServer, DeletesInstances) {
 TEST(InProcessServer, AnswersProvidersThroughTheirHandle) {
     TestServer server;
     EXPECT_EQ(server.all("TEST_AsksBack").size(), 2U);
+}
+
+TEST(InProcessServer, EndsProvidersThatAskThemselves) {
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(_refusalOf("TEST_Recurses"),
+                  "CIM_ERR_FAILED (1): providers ask one another, more than 16 deep");
+    }
+}
+
+// As when the client is gone.
+TEST(InProcessServer, EndsAProviderFromWhichNobodyTakesAnyMore) {
+    TestServer server;
+    for (const char* name : {"TEST_Endless", "TEST_Threaded", "TEST_Several"}) {
+        int taken = 0;
+        EXPECT_THROW(server.enumerateInstances(InProcessServer::Caller(),
+                                               TestServer::classPath(name), CIMPropertyList(),
+                                               [&](const CIMInstance&) {
+                                                   ++taken;
+                                                   throw std::length_error("enough");
+                                               }),
+                     std::length_error)
+            << name;
+        EXPECT_EQ(taken, 1) << name;
+    }
+    EXPECT_EQ(server.all("TEST_Several").size(), 2U);
 }
 
 TEST(InProcessServer, AsksNoIndicationsOfAProviderThatHasNone) {

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 using namespace Pegasus;
 
@@ -245,6 +246,21 @@ private:
         } else if (name == "AsksBack") {
             handler.deliver(_handle->enumerateInstances(context, "root/tavqz", "TEST_Several", true,
                                                         false, false, false, CIMPropertyList()));
+        } else if (name == "Recurses") {
+            handler.deliver(_handle->enumerateInstances(context, "root/tavqz", "TEST_Recurses",
+                                                        true, false, false, false,
+                                                        CIMPropertyList()));
+        } else if (name == "Endless") {
+            while (true) {
+                handler.deliver(_instance(path));
+            }
+        } else if (name == "Threaded") {
+            // Where nobody catches.
+            std::thread([&] {
+                for (Uint32 number = 0; number < 100; ++number) {
+                    handler.deliver(_instance(path));
+                }
+            }).join();
         } else if (name == "Many") {
             for (Uint32 number = 0; number < 10000; ++number) {
                 CIMInstance instance = _instance(path);
