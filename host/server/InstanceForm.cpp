@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "InstanceForm.h"
 
+#include <Pegasus/Common/Exception.h>
+
 #include <utility>
 
 #include "CimText.h"
@@ -107,10 +109,14 @@ CIMObjectPath InstanceForm::path(const CIMInstance& instance,
                                  const CIMNamespaceName& nameSpace) const {
     CIMObjectPath path = instance.getPath();
     if (path.getKeyBindings().size() == 0) {
-        if (const ClassDeclaration* const declared =
-                _classes.find(_text(instance.getClassName()))) {
-            path = instance.buildPath(makeCimClass(*declared));
+        const ClassDeclaration* const declared = _classes.find(_text(instance.getClassName()));
+        if (!declared) {
+            throw CIMException(CIM_ERR_FAILED,
+                               make_String("the provider delivered an instance without keys of " +
+                                           _text(instance.getClassName()) +
+                                           ", which is no class of the namespace"));
         }
+        path = instance.buildPath(makeCimClass(*declared));
     }
     path.setNameSpace(nameSpace);
     return path;

@@ -31,7 +31,8 @@ public:
     // For instances of that class.
     XmlForm form(const Pegasus::CIMName& className) const;
 
-    // The delivered path, or the one that the keys make; with the namespace.
+    // The delivered path, or the one that the keys make; with the namespace. Throws CIMException,
+    // CIM_ERR_FAILED, where neither is to be had: nobody declared the class.
     Pegasus::CIMObjectPath path(const Pegasus::CIMInstance& instance,
                                 const Pegasus::CIMNamespaceName& nameSpace) const;
 

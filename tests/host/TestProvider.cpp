@@ -236,6 +236,10 @@ private:
             handler.deliver(_everything(path));
         } else if (name == "Settings") {
             handler.deliver(_settings(path));
+        } else if (name == "DeliversForeign") {
+            CIMInstance foreign("TEST_Nowhere");
+            _add(foreign, "Id", CIMValue(String("one")));
+            handler.deliver(foreign);
         } else if (name == "Qualified") {
             handler.deliver(_qualified(path));
         } else if (name == "Several") {

@@ -219,6 +219,14 @@ TEST_F(InstanceOperations, PassesARefusalOnWithItsStatusAndMessage) {
     EXPECT_GT(refused.error, 1);
 }
 
+TEST_F(InstanceOperations, SendsNoInstanceThatCannotBeNamed) {
+    for (const char* method : {"EnumerateInstances", "OpenEnumerateInstances"}) {
+        const auto result = server.call(method, Caller::className("TEST_DeliversForeign"));
+        EXPECT_EQ(result.error, 1) << method;
+        EXPECT_THAT(result.description, HasSubstr("TEST_Nowhere, which is no class")) << method;
+    }
+}
+
 TEST_F(InstanceOperations, AnswersAProviderThatAsksWhileItIsAsked) {
     const auto result = server.call("EnumerateInstances", Caller::className("TEST_AsksBack"));
     EXPECT_EQ(result.values.size(), 2U);
