@@ -25,6 +25,24 @@ int _hexDigit(char c) {
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
+// With %XX for what may not stand in a URI as it is (RFC 2396, 2.4), as texts stand in headers.
+std::string _escaped(const std::string& text) {
+    static const char DIGITS[] = "0123456789ABCDEF";
+    static const std::string OTHERS = "-_.!~*'();/?:@&=+$,";
+    std::string result;
+    for (const char c : text) {
+        const bool isAlphanumeric =
+            (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+        if (isAlphanumeric || OTHERS.find(c) != std::string::npos) {
+            result += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            result += {'%', DIGITS[byte >> 4U], DIGITS[byte & 0xFU]};
+        }
+    }
+    return result;
+}
+
 // Without its %XX, with which names stand in headers.
 std::string _unescaped(const std::string& text) {
     std::string result;
@@ -197,6 +215,11 @@ HttpHeaders HttpMapping::answerHeaders() const {
     }
     headers.emplace_back(_prefix + "CIMOperation", "MethodResponse");
     return headers;
+}
+
+HttpHeaders HttpMapping::trailers(int status, const std::string& description) const {
+    return {{_prefix + "CIMStatusCode", std::to_string(status)},
+            {_prefix + "CIMStatusCodeDescription", _escaped(description)}};
 }
 
 HttpAnswer HttpMapping::failure(int status, const std::string& cimError) const {

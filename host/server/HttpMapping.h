@@ -28,6 +28,9 @@ public:
     // The headers of an answer in CIM-XML.
     HttpHeaders answerHeaders() const;
 
+    // What ends an answer that fails when some of it left already.
+    HttpHeaders trailers(int status, const std::string& description) const;
+
     // An answer without a body: CIMError says why.
     HttpAnswer failure(int status, const std::string& cimError) const;
 

@@ -82,8 +82,7 @@ public:
 
     void refuse(const CimCall& call, int status, const std::string& reason) {
         // What was written so far is no answer any more; too late, the client is told by trailers.
-        _reply.discard({{"CIMStatusCode", std::to_string(status)},
-                        {"CIMStatusCodeDescription", trailerText(reason)}});
+        _reply.discard(_mapping.trailers(status, reason));
         if (!_reply.isStarted()) {
             _send(_reply,
                   {200, _mapping.answerHeaders(), CimResponseWriter::error(call, status, reason)});
@@ -91,15 +90,6 @@ public:
     }
 
 private:
-    // Headers are of ASCII, and of one line.
-    static std::string trailerText(const std::string& text) {
-        std::string result;
-        for (const char c : text) {
-            result += c >= ' ' && c <= '~' ? c : '?';
-        }
-        return result;
-    }
-
     HttpReply& _reply;
     HttpMapping& _mapping;
 };

@@ -147,6 +147,17 @@ TEST_F(HttpMappingTest, FindsItsMappingAmongOtherExtensions) {
     EXPECT_EQ(status({}), 510);
 }
 
+TEST_F(HttpMappingTest, EndsAnswersWithTrailersThatAreHeaders) {
+    HttpRequest request = _with("X", "y");
+    EXPECT_EQ(HttpMapping(request).trailers(2, "no: 5 %\r\n\xC3\xA4"),
+              (HttpHeaders{{"CIMStatusCode", "2"},
+                           {"CIMStatusCodeDescription", "no:%205%20%25%0D%0A%C3%A4"}}));
+    request.method = "M-POST";
+    request.headers.emplace_back("Man", "http://www.dmtf.org/cim/mapping/http/v1.0;ns=73");
+    EXPECT_EQ(HttpMapping(request).trailers(1, "x"),
+              (HttpHeaders{{"73-CIMStatusCode", "1"}, {"73-CIMStatusCodeDescription", "x"}}));
+}
+
 TEST_F(HttpMappingTest, TellsWhatAMethodOfAClassIsAnsweredWith) {
     HttpRequest request = _with("CIMMethod", "Reboot");
     request.body =
