@@ -14,10 +14,6 @@ CIMName _name(const std::string& text) {
     return text.empty() ? CIMName() : CIMName(make_String(text));
 }
 
-std::string _text(const CIMName& name) {
-    return name.isNull() ? std::string() : make_string(name.getString());
-}
-
 template <class Element>
 void _addQualifiers(const QualifierList& list, Element& element) {
     for (const CIMQualifier& qualifier : list) {
@@ -43,13 +39,13 @@ CIMValue _default(const PropertyDeclaration& declared) {
 
 PropertyDeclaration _declaration(const CIMConstProperty& property, const std::string& className) {
     PropertyDeclaration declared;
-    declared.name = _text(property.getName());
+    declared.name = nameText(property.getName());
     declared.type = property.getType();
     declared.isArray = property.isArray();
     declared.arraySize = property.getArraySize();
-    declared.referenceClass = _text(property.getReferenceClassName());
+    declared.referenceClass = nameText(property.getReferenceClassName());
     declared.origin =
-        property.getClassOrigin().isNull() ? className : _text(property.getClassOrigin());
+        property.getClassOrigin().isNull() ? className : nameText(property.getClassOrigin());
     declared.isPropagated = property.getPropagated();
     declared.qualifiers = _qualifiers(property);
     declared.defaultValue = property.getValue();
@@ -73,13 +69,17 @@ CIMClass makeCimClass(const ClassDeclaration& declared) {
 
 ClassDeclaration makeDeclaration(const CIMConstClass& cimClass) {
     ClassDeclaration declared;
-    declared.name = _text(cimClass.getClassName());
-    declared.superclass = _text(cimClass.getSuperClassName());
+    declared.name = nameText(cimClass.getClassName());
+    declared.superclass = nameText(cimClass.getSuperClassName());
     declared.qualifiers = _qualifiers(cimClass);
     for (Uint32 i = 0; i < cimClass.getPropertyCount(); ++i) {
         declared.properties.push_back(_declaration(cimClass.getProperty(i), declared.name));
     }
     return declared;
+}
+
+std::string nameText(const CIMName& name) {
+    return name.isNull() ? std::string() : make_string(name.getString());
 }
 
 }  // namespace QZ

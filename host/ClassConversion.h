@@ -17,4 +17,7 @@ Pegasus::CIMClass makeCimClass(const ClassDeclaration& declared);
 // qualifier without an origin counts as the class's own.
 ClassDeclaration makeDeclaration(const Pegasus::CIMConstClass& cimClass);
 
+// A name as declarations have it; empty for a null one.
+std::string nameText(const Pegasus::CIMName& name);
+
 }  // namespace QZ

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "Credentials.h"
 
-#include <sys/random.h>
 #include <sys/stat.h>
 
 #include "Error.h"
 #include "FileContent.h"
+#include "RandomText.h"
 
 namespace QZ {
 
@@ -18,17 +18,7 @@ constexpr std::size_t LONGEST_FILE = 4096;
 }  // namespace
 
 std::string makePassword() {
-    unsigned char bytes[PASSWORD_BYTES];
-    if (getrandom(bytes, sizeof bytes, 0) != ssize_t(sizeof bytes)) {
-        throw Error("Cannot make a password: the system has no random numbers");
-    }
-    static const char DIGITS[] = "0123456789abcdef";
-    std::string password;
-    for (const unsigned char byte : bytes) {
-        password += DIGITS[byte >> 4U];
-        password += DIGITS[byte & 0xFU];
-    }
-    return password;
+    return randomText(PASSWORD_BYTES);
 }
 
 std::string readPassword(const std::string& file) {

@@ -6,6 +6,7 @@
 
 #include "Assignment.h"
 #include "CimText.h"
+#include "ClassConversion.h"
 #include "InstanceForm.h"
 #include "ServerCall.h"
 #include "XmlObjects.h"
@@ -15,10 +16,6 @@ namespace QZ {
 using namespace Pegasus;
 
 namespace {
-
-std::string _text(const CIMName& name) {
-    return make_string(name.getString());
-}
 
 // Fills in what a path leaves open, the namespace and the name of a single key, and names the class
 // as it is declared.
@@ -68,12 +65,12 @@ CimServer::CimServer(InProcessServer& providers, PullContexts::Limits limits,
 
 // Whether the instances of that class are subscriptions, in any namespace.
 bool CimServer::_keeps(const CIMName& className) const {
-    return _subscriptions && Subscriptions::serves(_text(className));
+    return _subscriptions && Subscriptions::serves(nameText(className));
 }
 
 const ClassDeclaration& CimServer::_declared(const Call& call, const CIMName& name,
                                              CIMStatusCode unknown) const {
-    const ClassDeclaration* const declared = call.classes.find(_text(name));
+    const ClassDeclaration* const declared = call.classes.find(nameText(name));
     if (!declared) {
         throw CIMException(unknown, name.getString());
     }
@@ -133,7 +130,7 @@ CIMInstance CimServer::_find(const Call& call, const CIMObjectPath& path) {
         return _subscriptions->get(path);
     }
     if (!call.isInterop) {
-        const std::string name = _text(path.getClassName());
+        const std::string name = nameText(path.getClassName());
         const Schema& schema = _providers.schema();
         if (schema.classes.find(name) &&
             !schema.registration.instanceProvider(MODEL_NAMESPACE, name)) {
@@ -141,7 +138,7 @@ CIMInstance CimServer::_find(const Call& call, const CIMObjectPath& path) {
         }
         return _providers.getInstance(call.caller, path, call.request.propertyList);
     }
-    for (const CIMInstance& instance : _interop.instances(_text(path.getClassName()))) {
+    for (const CIMInstance& instance : _interop.instances(nameText(path.getClassName()))) {
         if (instance.getPath().identical(path)) {
             return instance;
         }

@@ -17,19 +17,6 @@ using namespace Pegasus;
 
 namespace {
 
-std::string _text(const CIMName& name) {
-    return name.isNull() ? std::string() : make_string(name.getString());
-}
-
-bool _contains(const CIMPropertyList& list, const CIMName& name) {
-    for (Uint32 i = 0; i < list.size(); ++i) {
-        if (list[i].equal(name)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 // The defaults are those of DSP0200, 5.3.2.1.
 std::string _classXml(const ClassDeclaration& declared, const CimRequest& request) {
     const bool localOnly = request.localOnly.value_or(true);
@@ -39,7 +26,7 @@ std::string _classXml(const ClassDeclaration& declared, const CimRequest& reques
     form.selects = [&](const CIMConstProperty& property) {
         return !(localOnly && property.getPropagated()) &&
                (request.propertyList.isNull() ||
-                _contains(request.propertyList, property.getName()));
+                namesProperty(request.propertyList, property.getName()));
     };
     std::string xml;
     appendClass(xml, makeCimClass(declared), form);
@@ -79,7 +66,7 @@ std::string _qualifierXml(const QualifierDeclaration& declared) {
 }  // namespace
 
 void CimServer::_enumerateClassNames(const Call& call) {
-    const std::string top = _text(call.request.className);
+    const std::string top = nameText(call.request.className);
     if (!top.empty()) {
         _declared(call, call.request.className, CIM_ERR_INVALID_CLASS);
     }
@@ -93,7 +80,7 @@ void CimServer::_enumerateClassNames(const Call& call) {
 }
 
 void CimServer::_enumerateClasses(const Call& call) {
-    const std::string top = _text(call.request.className);
+    const std::string top = nameText(call.request.className);
     if (!top.empty()) {
         _declared(call, call.request.className, CIM_ERR_INVALID_CLASS);
     }

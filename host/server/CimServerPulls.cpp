@@ -8,7 +8,6 @@
 
 #include "CimText.h"
 #include "ServerCall.h"
-#include "System.h"
 
 // Enumerations that are fetched piece by piece.
 
@@ -33,17 +32,6 @@ void _refuseExtras(const CimRequest& request) {
     }
     if (request.continueOnError.value_or(false)) {
         throw CIMException(CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED, "ContinueOnError");
-    }
-}
-
-// The machine's name, where it is one that a path can have.
-String _host() {
-    const String name = make_String(System::getName());
-    try {
-        CIMObjectPath().setHost(name);
-        return name;
-    } catch (const Exception&) {
-        return "localhost";
     }
 }
 
@@ -87,7 +75,7 @@ void CimServer::_closeEnumeration(const Call& call) {
 }
 
 void CimServer::_writePulled(const Call& call, const PullContexts::Pulled& pulled) {
-    const String host = _host();
+    const String host = hostName();
     const auto full = [&](CIMObjectPath path) {
         path.setHost(host);
         path.setNameSpace(call.request.nameSpace);

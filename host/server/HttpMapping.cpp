@@ -9,6 +9,7 @@
 
 #include "CimText.h"
 #include "MofSyntax.h"
+#include "XmlText.h"
 
 namespace QZ {
 
@@ -59,11 +60,6 @@ std::string _unescaped(const std::string& text) {
     return result;
 }
 
-std::string _trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == text.npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 std::string _unquoted(const std::string& text) {
     const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
     return isQuoted ? text.substr(1, text.size() - 2) : text;
@@ -76,7 +72,7 @@ void _forEach(const std::string& list, char separator, Take take) {
     bool isQuoted = false;
     for (std::size_t at = 0; at <= list.size(); ++at) {
         if (at == list.size() || (list[at] == separator && !isQuoted)) {
-            take(_trimmed(list.substr(begin, at - begin)));
+            take(trimmed(list.substr(begin, at - begin)));
             begin = at + 1;
         } else if (list[at] == '"') {
             isQuoted = !isQuoted;
@@ -98,7 +94,7 @@ std::string _withParameters(const std::string& text, Take take) {
         }
         const std::size_t equals = std::min(part.find('='), part.size());
         const std::string value = equals < part.size() ? part.substr(equals + 1) : "";
-        take(_trimmed(part.substr(0, equals)), _unquoted(_trimmed(value)));
+        take(trimmed(part.substr(0, equals)), _unquoted(trimmed(value)));
     });
     return first;
 }
@@ -161,7 +157,7 @@ bool HttpMapping::_says(const std::string& name, const std::string& expected,
     bool isThere = false;
     for (const auto& [key, value] : _request.headers) {
         if (sameHeader(key, _prefix + name)) {
-            if (!isSame(_unescaped(_trimmed(value)), expected)) {
+            if (!isSame(_unescaped(trimmed(value)), expected)) {
                 return false;
             }
             isThere = true;
@@ -181,14 +177,14 @@ std::optional<HttpAnswer> HttpMapping::refusal() const {
     if (!operation) {
         return HttpAnswer{400, {}, {}};
     }
-    if (!sameName(_trimmed(*operation), "MethodCall")) {
+    if (!sameName(trimmed(*operation), "MethodCall")) {
         return failure(501, "unsupported-operation");
     }
     if (_extension("CIMBatch")) {
         return failure(501, "multiple-requests-unsupported");
     }
     const std::string* const version = _extension("CIMProtocolVersion");
-    if (version && _trimmed(*version).rfind("1.", 0) != 0) {
+    if (version && trimmed(*version).rfind("1.", 0) != 0) {
         return failure(501, "unsupported-protocol-version");
     }
     return std::nullopt;
@@ -241,7 +237,7 @@ Pegasus::AcceptLanguageList parseAcceptLanguage(const std::string* header) {
             std::from_chars(element.data() + q + 2, end, quality);
         }
         try {
-            const std::string tag = _trimmed(element.substr(0, parameter));
+            const std::string tag = trimmed(element.substr(0, parameter));
             list.insert(LanguageTag(String(tag.data(), Uint32(tag.size()))), quality);
         } catch (const Exception&) {
             // No language that anybody could answer in.

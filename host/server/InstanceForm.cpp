@@ -15,19 +15,6 @@ using namespace Pegasus;
 
 namespace {
 
-std::string _text(const CIMName& name) {
-    return make_string(name.getString());
-}
-
-bool _contains(const CIMPropertyList& list, const CIMName& name) {
-    for (Uint32 i = 0; i < list.size(); ++i) {
-        if (list[i].equal(name)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 // Adds the qualifiers that the object has not got from its provider.
 template <class Object>
 void _addQualifiers(const QualifierList& declared, Object& object) {
@@ -40,6 +27,15 @@ void _addQualifiers(const QualifierList& declared, Object& object) {
 
 }  // namespace
 
+bool namesProperty(const CIMPropertyList& list, const CIMName& name) {
+    for (Uint32 i = 0; i < list.size(); ++i) {
+        if (list[i].equal(name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 InstanceForm::InstanceForm(const ClassRepository& classes, Wishes wishes)
     : _classes(classes), _wishes(std::move(wishes)) {}
 
@@ -47,7 +43,7 @@ CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
     if (!_wishes.includeQualifiers && !_wishes.includeClassOrigin) {
         return instance;
     }
-    const ClassDeclaration* const declared = _classes.find(_text(instance.getClassName()));
+    const ClassDeclaration* const declared = _classes.find(nameText(instance.getClassName()));
     if (!declared) {
         return instance;
     }
@@ -55,7 +51,7 @@ CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
     _addQualifiers(declared->qualifiers, result);
     for (Uint32 i = 0; i < result.getPropertyCount(); ++i) {
         CIMProperty property = result.getProperty(i);
-        const PropertyDeclaration* const known = declared->find(_text(property.getName()));
+        const PropertyDeclaration* const known = declared->find(nameText(property.getName()));
         if (!known) {
             continue;
         }
@@ -66,14 +62,14 @@ CIMInstance InstanceForm::prepared(const CIMInstance& instance) const {
 }
 
 bool InstanceForm::_selects(const ClassDeclaration* declared, const CIMName& property) const {
-    if (!_wishes.properties.isNull() && !_contains(_wishes.properties, property)) {
+    if (!_wishes.properties.isNull() && !namesProperty(_wishes.properties, property)) {
         return false;
     }
-    if (_wishes.shallow && !_wishes.shallow->find(_text(property))) {
+    if (_wishes.shallow && !_wishes.shallow->find(nameText(property))) {
         return false;
     }
     if (_wishes.localOnly && declared) {
-        const PropertyDeclaration* const known = declared->find(_text(property));
+        const PropertyDeclaration* const known = declared->find(nameText(property));
         return !known || !known->isPropagated;
     }
     return true;
@@ -84,10 +80,10 @@ XmlForm InstanceForm::form(const CIMName& className) const {
     form.includeQualifiers = _wishes.includeQualifiers;
     form.includeClassOrigin = _wishes.includeClassOrigin;
     if (!_wishes.properties.isNull() || _wishes.shallow || _wishes.localOnly) {
-        form.selects =
-            [this, declared = _classes.find(_text(className))](const CIMConstProperty& property) {
-                return _selects(declared, property.getName());
-            };
+        form.selects = [this, declared = _classes.find(nameText(className))](
+                           const CIMConstProperty& property) {
+            return _selects(declared, property.getName());
+        };
     }
     return form;
 }
@@ -109,11 +105,11 @@ CIMObjectPath InstanceForm::path(const CIMInstance& instance,
                                  const CIMNamespaceName& nameSpace) const {
     CIMObjectPath path = instance.getPath();
     if (path.getKeyBindings().size() == 0) {
-        const ClassDeclaration* const declared = _classes.find(_text(instance.getClassName()));
+        const ClassDeclaration* const declared = _classes.find(nameText(instance.getClassName()));
         if (!declared) {
             throw CIMException(CIM_ERR_FAILED,
                                make_String("the provider delivered an instance without keys of " +
-                                           _text(instance.getClassName()) +
+                                           nameText(instance.getClassName()) +
                                            ", which is no class of the namespace"));
         }
         path = instance.buildPath(makeCimClass(*declared));

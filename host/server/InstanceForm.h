@@ -10,6 +10,9 @@
 
 namespace QZ {
 
+// Whether the list has that name; a null one has none.
+bool namesProperty(const Pegasus::CIMPropertyList& list, const Pegasus::CIMName& name);
+
 // What a client wants of the instances that it asked for, applied to what providers deliver.
 // Valid as long as the classes.
 class InstanceForm {

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/Exception.h>
 
 #include <set>
 
@@ -66,18 +67,24 @@ Array<T> _one(const T& value) {
     return array;
 }
 
-std::string _host() {
-    return make_string(make_String(System::getName()));
-}
-
 }  // namespace
+
+String hostName() {
+    const String name = make_String(System::getName());
+    try {
+        CIMObjectPath().setHost(name);
+        return name.size() == 0 ? "localhost" : name;
+    } catch (const Exception&) {
+        return "localhost";
+    }
+}
 
 std::vector<CIMInstance> InteropInstances::_namespaces() const {
     std::vector<CIMInstance> found;
     for (const char* const name : {INTEROP_NAMESPACE, MODEL_NAMESPACE}) {
         found.push_back(Maker("CIM_Namespace")
                             .set("SystemCreationClassName", SYSTEM_CLASS)
-                            .set("SystemName", _host())
+                            .set("SystemName", hostName())
                             .set("ObjectManagerCreationClassName", MANAGER_CLASS)
                             .set("ObjectManagerName", MANAGER_NAME)
                             .set("CreationClassName", "CIM_Namespace")
@@ -91,7 +98,7 @@ std::vector<CIMInstance> InteropInstances::_namespaces() const {
 std::vector<CIMInstance> InteropInstances::_objectManager() const {
     return {Maker(MANAGER_CLASS)
                 .set("SystemCreationClassName", SYSTEM_CLASS)
-                .set("SystemName", _host())
+                .set("SystemName", hostName())
                 .set("CreationClassName", MANAGER_CLASS)
                 .set("Name", MANAGER_NAME)
                 .set("ElementName", "tavqz")

@@ -11,6 +11,9 @@
 
 namespace QZ {
 
+// The machine's name, where it is one that a path can have; else "localhost".
+Pegasus::String hostName();
+
 // What the server says of itself in its interop namespace: its namespaces, itself, the profile it
 // keeps to, and who is registered for which class. Made afresh from the model, which must outlive
 // this object; any thread may ask.

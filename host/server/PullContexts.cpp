@@ -3,13 +3,13 @@
 #include "PullContexts.h"
 
 #include <Pegasus/Common/Exception.h>
-#include <sys/random.h>
 
 #include <utility>
 
 #include "CimText.h"
 #include "Clock.h"
 #include "MofSyntax.h"
+#include "RandomText.h"
 
 namespace QZ {
 
@@ -17,20 +17,7 @@ using namespace Pegasus;
 
 namespace {
 
-// Nobody can guess another's.
-std::string _newName() {
-    unsigned char bytes[16];
-    if (getrandom(bytes, sizeof bytes, 0) != ssize_t(sizeof bytes)) {
-        throw CIMException(CIM_ERR_FAILED, "no random numbers");
-    }
-    static const char DIGITS[] = "0123456789abcdef";
-    std::string name;
-    for (const unsigned char byte : bytes) {
-        name += DIGITS[byte >> 4U];
-        name += DIGITS[byte & 0xFU];
-    }
-    return name;
-}
+constexpr std::size_t NAME_BYTES = 16;
 
 template <class T>
 void _move(std::deque<T>& from, std::deque<T>& to, std::uint32_t count) {
@@ -125,7 +112,7 @@ PullContexts::Pulled PullContexts::open(const Owner& owner, Kept objects, std::u
     }
     Context context{owner, std::move(objects), seconds,
                     Clock::current().milliseconds() + std::int64_t(seconds) * 1000};
-    pulled.context = _newName();
+    pulled.context = randomText(NAME_BYTES);
     const std::lock_guard<std::mutex> lock(_mutex);
     _dropExpired();
     if (_contexts.size() >= _limits.contexts) {

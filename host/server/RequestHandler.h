@@ -7,6 +7,7 @@
 #include "CimServer.h"
 #include "HttpReply.h"
 #include "HttpRequest.h"
+#include "HttpServer.h"
 
 namespace QZ {
 
@@ -16,7 +17,9 @@ public:
     struct Limits {
         XmlLimits xml;
         PullContexts::Limits pulls;
-        std::chrono::seconds answer{60};  // what a late answer says that it took
+        // What a late answer says that it took; as long as HttpServer waits for one.
+        std::chrono::seconds answer{
+            std::chrono::duration_cast<std::chrono::seconds>(HttpLimits().answer)};
     };
 
     // What is handed over must outlive this object; without subscriptions nobody can subscribe.

@@ -111,4 +111,10 @@ void appendXmlText(std::string& xml, std::string_view utf8) {
     }
 }
 
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    return first == text.npos ? ""
+                              : text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
 }  // namespace QZ

@@ -14,4 +14,7 @@ namespace QZ {
 void appendXmlText(std::string& xml, const Pegasus::String& text);
 void appendXmlText(std::string& xml, std::string_view utf8);
 
+// Without XML's white space at the beginning and at the end.
+std::string trimmed(const std::string& text);
+
 }  // namespace QZ

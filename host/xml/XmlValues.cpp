@@ -8,6 +8,7 @@
 #include "MofSyntax.h"
 #include "ValueMaker.h"
 #include "XmlObjects.h"
+#include "XmlText.h"
 
 namespace QZ {
 
@@ -18,14 +19,6 @@ namespace {
 // An escape, since the text is a client's or a server's own.
 String _string(const std::string& text) {
     return String(text.data(), Uint32(text.size()));
-}
-
-std::string _trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t\r\n");
-    if (first == text.npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
 // Decimal, or hexadecimal behind "0x", with a sign.
@@ -68,7 +61,7 @@ std::optional<CIMValue> _scalar(const std::string& text, CIMType type) {
         case CIMTYPE_STRING:
             return CIMValue(_string(text));
         case CIMTYPE_BOOLEAN: {
-            const std::string word = _trimmed(text);
+            const std::string word = trimmed(text);
             if (sameName(word, "true")) {
                 return CIMValue(Boolean(true));
             }
@@ -76,15 +69,15 @@ std::optional<CIMValue> _scalar(const std::string& text, CIMType type) {
         }
         case CIMTYPE_REAL32:
         case CIMTYPE_REAL64:
-            return _real(_trimmed(text), type);
+            return _real(trimmed(text), type);
         case CIMTYPE_CHAR16:
             return _character(text);
         case CIMTYPE_DATETIME:
-            return CIMValue(CIMDateTime(_string(_trimmed(text))));
+            return CIMValue(CIMDateTime(_string(trimmed(text))));
         case CIMTYPE_REFERENCE:
             return CIMValue(CIMObjectPath(_string(text)));
         default:
-            return _integer(_trimmed(text), type);
+            return _integer(trimmed(text), type);
     }
 }
 
