@@ -22,7 +22,7 @@ public:
         std::size_t entries = 4096;  // beyond, who comes first to be let in is forgotten
     };
 
-    Attempts() = default;
+    Attempts() : Attempts(Limits()) {}
     explicit Attempts(Limits limits) : _limits(limits) {}
 
     // Zero: the attempt is under way, and counts as a wrong one until it is taken back. Else it is
