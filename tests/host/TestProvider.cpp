@@ -6,9 +6,11 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -97,6 +99,34 @@ CIMInstance _numbered(const CIMObjectPath& path, Uint16 number) {
     _add(instance, "Name", CIMValue(String(number == 1 ? "first" : "second")));
     return instance;
 }
+
+// Holds whoever comes until somebody opens it.
+class Gate {
+public:
+    void wait() {
+        std::unique_lock<std::mutex> lock(_mutex);
+        ++_waiting;
+        _changed.notify_all();
+        const unsigned until = _opened + 1;
+        _changed.wait(lock, [&] { return _opened >= until; });
+        --_waiting;
+    }
+    // As soon as somebody waits.
+    void open() {
+        std::unique_lock<std::mutex> lock(_mutex);
+        _changed.wait(lock, [&] { return _waiting > 0; });
+        ++_opened;
+        _changed.notify_all();
+    }
+
+private:
+    std::mutex _mutex;
+    std::condition_variable _changed;
+    unsigned _waiting = 0;
+    unsigned _opened = 0;
+};
+
+Gate _gate;
 
 class TestProvider : public CIMInstanceProvider {
 public:
@@ -258,6 +288,11 @@ private:
             while (true) {
                 handler.deliver(_instance(path));
             }
+        } else if (name == "Waits") {
+            _record(path, CIMPropertyList(), CIMInstance(path.getClassName()));
+            _gate.wait();
+        } else if (name == "Releases") {
+            _gate.open();
         } else if (name == "Threaded") {
             // Where nobody catches.
             std::thread([&] {

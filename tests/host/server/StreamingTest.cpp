@@ -34,15 +34,6 @@ long _residentMemory() {
     return 0;
 }
 
-std::string _bytesOf(const HttpRequest& request) {
-    std::string bytes = "POST /cimom HTTP/1.1\r\nHost: a\r\nConnection: close\r\n";
-    for (const auto& [name, value] : request.headers) {
-        bytes.append(name).append(": ").append(value).append("\r\n");
-    }
-    bytes.append("Content-Length: ").append(std::to_string(request.body.size()));
-    return bytes.append("\r\n\r\n").append(request.body);
-}
-
 TEST(Streaming, SendsTenThousandInstancesWithoutKeepingThem) {
     TestCaller server;
     HttpServer http({}, [&server](const HttpRequest& request, HttpReply& reply) {
@@ -52,8 +43,8 @@ TEST(Streaming, SendsTenThousandInstancesWithoutKeepingThem) {
     EXPECT_EQ(server.call("EnumerateInstances", TestCaller::className("TEST_Several")).error, 0);
     const long before = _residentMemory();
     const RawClient client(http.port());
-    client.send(
-        _bytesOf(TestCaller::request("EnumerateInstances", TestCaller::className("TEST_Many"))));
+    client.send(TestCaller::bytesOf(
+        TestCaller::request("EnumerateInstances", TestCaller::className("TEST_Many"))));
 
     const std::string instance = "<VALUE.NAMEDINSTANCE>";
     std::size_t count = 0;

@@ -109,6 +109,17 @@ public:
         return request;
     }
 
+    // The same as it goes over a connection, which ends with its answer.
+    static std::string bytesOf(const QZ::HttpRequest& request) {
+        std::string bytes = request.method + " " + request.target + " HTTP/1.1\r\n";
+        bytes.append("Host: a\r\nConnection: close\r\n");
+        for (const auto& [name, value] : request.headers) {
+            bytes.append(name).append(": ").append(value).append("\r\n");
+        }
+        bytes.append("Content-Length: ").append(std::to_string(request.body.size()));
+        return bytes.append("\r\n\r\n").append(request.body);
+    }
+
     CallResult call(const std::string& method, const std::string& parameters,
                     const std::string& space = "root/tavqz") {
         MemoryReply reply;
