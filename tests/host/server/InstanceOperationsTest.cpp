@@ -262,6 +262,16 @@ TEST_F(InstanceOperations, RefusesUnknownClassesAndNamespaces) {
         5);
 }
 
+// What the server has not at all comes before what the namespace has not, as DSP0200 orders the
+// status codes of a call.
+TEST_F(InstanceOperations, HasNoOtherOperationsInAnyNamespace) {
+    for (const char* space : {"root/tavqz", "root/interop", "root/no"}) {
+        EXPECT_EQ(server.call("Reboot", "", space).error, 7) << space;
+        EXPECT_EQ(server.call("ExecQuery", "", space).error, 7) << space;
+    }
+    EXPECT_EQ(server.call("EnumerateClassNames", "", "root/no").error, 3);
+}
+
 TEST_F(InstanceOperations, ReportsWhatFailsAfterMuchWasSentByCuttingOff) {
     MemoryReply reply;
     reply.startsAt = std::size_t(64) << 10;
