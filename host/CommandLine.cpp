@@ -9,6 +9,7 @@
 
 #include "AccessCommandLine.h"
 #include "Product.h"
+#include "RegisterOptions.h"
 #include "Text.h"
 
 namespace QZ {
@@ -88,7 +89,8 @@ void _chooseWhomToAsk(Request& request) {
     // These are about this machine, whatever the environment says.
     const bool isOfThisMachine =
         request.command == Request::Capture || request.command == Request::Sel ||
-        request.command == Request::Passwd || request.command == Request::Serve;
+        request.command == Request::Passwd || request.command == Request::Serve ||
+        request.command == Request::Register;
     if (isOfThisMachine && !request.server.empty()) {
         throw CLI::ValidationError("--server", "this command works without a server");
     }
@@ -265,6 +267,9 @@ void _addCommands(CLI::App& app, Request& request) {
                                   "Keep the users of a server's credentials file", ""),
                      request.passwd);
     _addServe(app, request);
+    addRegisterOptions(*_addCommand(app, request, Request::Register, "register",
+                                    REGISTER_DESCRIPTION, "register --dry-run"),
+                       request.registration);
 }
 
 }  // namespace

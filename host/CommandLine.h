@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Error.h"
+#include "RegisterRequest.h"
 
 namespace QZ {
 
@@ -83,7 +84,8 @@ struct Request {
         Sel,
         Watch,
         Passwd,
-        Serve
+        Serve,
+        Register
     };
 
     Command command = Report;
@@ -96,6 +98,7 @@ struct Request {
     PasswdRequest passwd;
     ServeRequest serve;
     WatchRequest watch;
+    RegisterRequest registration;
     std::string format = "table";
     std::string server;  // its URL, empty where this process asks the module
     // Of https: a file of certificates, absolute, empty for the system's; and whether any will do.

@@ -163,6 +163,7 @@ CommandResult _run(const Request& request, Operations& server, const Notes& note
         case Request::Watch:
         case Request::Passwd:
         case Request::Serve:
+        case Request::Register:
             break;  // none of them asks and is answered
     }
     return {};

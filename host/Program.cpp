@@ -17,6 +17,7 @@
 #include "InProcessServer.h"
 #include "ModuleAlerts.h"
 #include "Passwd.h"
+#include "Registrar.h"
 #include "RemoteServer.h"
 #include "ResultOutput.h"
 #include "Sel.h"
@@ -108,6 +109,16 @@ CommandResult _answer(const Request& request, const Workplace& place, const std:
     }
 }
 
+void _register(const Request& request, const Workplace& place, ResultOutput& output) {
+    Registrar registrar(request.registration, place.schemaFolder,
+                        [&output](const std::string& line) { output.write(line + "\n"); });
+    if (request.registration.isRemoval) {
+        registrar.remove();
+    } else {
+        registrar.add();
+    }
+}
+
 int _run(const ParsedArguments& parsed, ResultOutput& output) {
     if (!parsed.isRequest) {
         if (parsed.status == EXIT_OK) {
@@ -121,6 +132,10 @@ int _run(const ParsedArguments& parsed, ResultOutput& output) {
         return _askServer(parsed.request, output);
     }
     const Workplace place = findWorkplace(parsed.request, executableFolder());
+    if (parsed.request.command == Request::Register) {
+        _register(parsed.request, place, output);
+        return EXIT_OK;
+    }
     const bool isCapture = parsed.request.command == Request::Capture;
     // Before the working folder is another.
     const std::string start = _workingFolder();

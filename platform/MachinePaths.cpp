@@ -121,6 +121,10 @@ std::string MachinePaths::pciNames() {
     return root() + "/usr/share/misc/pci.ids";
 }
 
+std::string MachinePaths::cimRepository() {
+    return root() + "/var/lib/Pegasus/repository";
+}
+
 std::string MachinePaths::simulatedServiceProcessors(const std::string& below) {
     return below + "/etc/tavqz/service-processor.txt";
 }

@@ -51,6 +51,9 @@ public:
     // The list of the names of PCI boards.
     static std::string pciNames();
 
+    // What an OpenPegasus server keeps, where it is not told of another folder.
+    static std::string cimRepository();
+
     // What the simulated service-processor library reads, on the machine or on the one whose files
     // lie below another folder.
     static std::string simulatedServiceProcessors(const std::string& below = root());
