@@ -5,6 +5,9 @@ import dataclasses
 import os
 import pathlib
 import subprocess
+import time
+
+DAY = 24 * 60 * 60
 
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache"), "tavqz-lab")
 
@@ -57,13 +60,16 @@ class Archive:
                           "-o", f"APT::Architectures={architecture.name}",
                           "-o", f"Dir::State::lists={lists}", "-o", "Dir::State::status=/dev/null",
                           "-o", f"Dir::Cache={folder}"]
-        if not list(lists.glob("*_Packages*")):
+        # Old lists name packages that the archive has replaced. The lists themselves have its times.
+        updated = folder / "updated"
+        if not updated.exists() or time.time() - updated.stat().st_mtime > DAY:
             try:
                 run("apt-get", *self._options, "update", timeout=300)
             except Unavailable:
                 # Some of the machine's other sources may not have this architecture.
                 if not list(lists.glob("*_Packages*")):
                     raise
+            updated.touch()
 
     def dependencies(self, package):
         lines = run("apt-cache", *self._options, "depends", package).splitlines()
