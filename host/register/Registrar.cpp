@@ -100,8 +100,8 @@ std::string Registrar::_mof(const char* file) const {
 }
 
 std::string Registrar::_interopNamespace(bool isUp) const {
-    const std::string name = _request.interopNamespace.empty() ? _server.interopNamespace(isUp)
-                                                               : _request.interopNamespace;
+    std::string name = _request.interopNamespace.empty() ? _server.interopNamespace(isUp)
+                                                         : _request.interopNamespace;
     if (name.empty()) {
         throw Error("The server's interop namespace is not found: name it with --namespace");
     }
