@@ -29,7 +29,7 @@ bool _isProgram(const fs::path& path) {
 
 }  // namespace
 
-ServerTools::ServerTools(std::string compiler)
+ServerTools::ServerTools(const std::string& compiler)
     : _compiler(compiler.empty() ? compiler : fs::absolute(compiler).lexically_normal().string()) {}
 
 std::string ServerTools::path(const std::string& name) const {

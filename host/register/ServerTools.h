@@ -12,7 +12,7 @@ class ServerTools {
 public:
     // With a compiler, the cimmof at that path and the others beside it come first; then those of
     // PEGASUS_HOME, of PATH, and where administrators' programs are.
-    explicit ServerTools(std::string compiler);
+    explicit ServerTools(const std::string& compiler);
 
     // The path of a program. Throws Error where there is none.
     std::string path(const std::string& name) const;
