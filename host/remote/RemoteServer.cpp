@@ -97,6 +97,10 @@ CimAnswer RemoteServer::_ask(CimRequest request) {
     if (answer.status == 401) {
         throw Error(server + " wants another user or password");
     }
+    // Too many passwords were wrong, or too many are being looked at.
+    if (const std::string* const wait = _find(answer, "Retry-After")) {
+        throw Error(server + " does not answer now; try again in " + *wait + " s");
+    }
     if (const std::string* const error = _find(answer, "CIMError")) {
         throw Error(server + " refused the request: " + *error);
     }

@@ -6,6 +6,7 @@
 #include "MachinePaths.h"
 #include "PasswordHash.h"
 #include "PasswordPrompt.h"
+#include "Product.h"
 
 namespace QZ {
 
@@ -41,7 +42,12 @@ ExitStatus changePassword(const PasswdRequest& request) {
         return EXIT_OK;
     }
     const std::optional<Rights> rights = _rights(request);
-    storeCredentials(file, request.user, hashPassword(readNewPassword(request.user)), rights);
+    const std::string hash = hashPassword(readNewPassword(request.user));
+    std::string reason;
+    if (request.file.empty() && !Product::makeDataDirectory(reason)) {
+        throw Error(reason);
+    }
+    storeCredentials(file, request.user, hash, rights);
     return EXIT_OK;
 }
 

@@ -9,8 +9,8 @@
 namespace QZ {
 
 // Gives a user of a credentials file a password, which is read from standard input, or forgets the
-// user. EXIT_NOT_FOUND where there is none to forget. Throws UsageError for a name or rights that
-// make no sense, Error where the password or the file does not do.
+// user. Throws UsageError for a name or rights that make no sense, Error where the password or the
+// file does not do, or there is nobody to forget.
 ExitStatus changePassword(const PasswdRequest& request);
 
 }  // namespace QZ
