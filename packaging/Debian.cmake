@@ -1,0 +1,35 @@
+# SPDX-FileCopyrightText: 2026 the tavqz authors
+# SPDX-License-Identifier: MIT
+
+# Program and libraries in a folder of their own, with bin/, lib/ and share/ as the build has them:
+# nobody else links to these libraries.
+set(home lib/tavqz)
+install(TARGETS tavqz DESTINATION ${home}/bin)
+install(TARGETS cim LIBRARY DESTINATION ${home}/lib NAMELINK_SKIP)
+install(TARGETS AssetIDProvider TavqzRaidProvider bmc_device LIBRARY DESTINATION ${home}/lib)
+set_target_properties(AssetIDProvider TavqzRaidProvider bmc_device PROPERTIES
+  INSTALL_RPATH "$ORIGIN")
+file(CREATE_LINK ../lib/tavqz/bin/tavqz "${CMAKE_CURRENT_BINARY_DIR}/tavqz" SYMBOLIC)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/tavqz" DESTINATION bin)
+file(CREATE_LINK ../../share "${CMAKE_CURRENT_BINARY_DIR}/share" SYMBOLIC)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/share" DESTINATION ${home})
+
+install(FILES debian/tavqz.service DESTINATION /lib/systemd/system)
+install(FILES debian/pam DESTINATION /etc/pam.d RENAME tavqz)
+install(FILES debian/copyright DESTINATION share/doc/tavqz)
+installed_gzip("${CMAKE_CURRENT_SOURCE_DIR}/debian/changelog" share/doc/tavqz)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION admin)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "adduser, libpam-runtime")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+  "Who owns the machine and where it stands, its lease and warranty, and
+the serial numbers of its parts: a provider module, a small CIM server
+that loads it, and a command that asks either.")
+foreach(script postinst prerm postrm conffiles)
+  list(APPEND CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_SOURCE_DIR}/debian/${script}")
+endforeach()
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)

@@ -1,0 +1,2 @@
+# Again after each update. A server that is not set up yet is told by its administrator.
+/usr/bin/tavqz register >/dev/null || echo "Once the CIM server is set up: tavqz register" >&2
