@@ -29,7 +29,10 @@ struct Caller {
 
 // What a client says of itself, and the kernel of a local one.
 struct Login {
-    std::string peer;  // the client's address
+    std::string peer;          // the client's address; "uid 1000" of a local one
+    bool isEncrypted = false;  // by TLS
+    // The common name in its certificate, which was verified; or empty.
+    std::string certificateName;
     bool hasPassword = false;
     std::string user;
     std::string password;

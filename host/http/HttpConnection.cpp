@@ -2,35 +2,27 @@
 // SPDX-License-Identifier: MIT
 #include "HttpConnection.h"
 
-#include <sys/socket.h>
-
-#include <boost/asio/basic_waitable_timer.hpp>
-#include <boost/asio/buffer.hpp>
+#include <boost/asio/posix/basic_stream_descriptor.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/write.hpp>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
-#include <cerrno>
+#include <mutex>
 #include <optional>
 #include <utility>
 
-#include "ParsedRequest.h"
+#include "BasicCredentials.h"
+#include "HttpDeadline.h"
+#include "HttpRecord.h"
+#include "HttpRequestReader.h"
 #include "ResponseStream.h"
-#include "SocketSend.h"
 
 namespace QZ {
 
 namespace asio = boost::asio;
-namespace http = boost::beast::http;
-using asio::ip::tcp;
 using boost::system::error_code;
 using std::chrono::milliseconds;
-using std::chrono::steady_clock;
 
 namespace {
 
-using Timer = asio::basic_waitable_timer<steady_clock, asio::wait_traits<steady_clock>, HttpStrand>;
+using Socket = asio::posix::basic_stream_descriptor<HttpStrand>;
 
 // What is read at once: most requests whole.
 constexpr std::size_t READ_SIZE = std::size_t(8) << 10;
@@ -38,260 +30,274 @@ constexpr std::size_t READ_SIZE = std::size_t(8) << 10;
 // For a client to read the answer that ends its connection.
 constexpr milliseconds DRAIN_TIME{2000};
 
+const std::string GO_ON = "HTTP/1.1 100 Continue\r\n\r\n";
+
 class Connection : public HttpConnection, public std::enable_shared_from_this<Connection> {
 public:
     Connection(std::shared_ptr<HttpShared> shared, std::shared_ptr<HttpLoop> loop,
-               HttpSocket socket)
+               Descriptor socket, std::unique_ptr<HttpWire> wire, Login login)
         : _shared(std::move(shared)),
           _loop(std::move(loop)),
           _limits(_shared->options.limits),
-          _socket(std::move(socket)),
-          _timer(_socket.get_executor()) {
-        error_code ignored;
-        _socket.set_option(tcp::no_delay(true), ignored);
-        _peer = _socket.remote_endpoint(ignored).address().to_string();
-    }
+          _socket(HttpStrand(_loop->io.get_executor()), socket.release()),
+          _deadline(_socket.get_executor(), [this] { _onOver(); }),
+          _wire(std::move(wire)),
+          _login(std::move(login)),
+          _reader(_limits) {}
 
-    void awaitRequest() override;
-    void refuse(int status) override;
+    void start(bool isRefused) override;
     void stop() override;
 
 private:
-    enum class State { Idle, Header, Body, Login, Answering, Sending, Draining, Closed };
+    enum class State { Idle, Header, Judging, Body, Answering, Sending, Draining, Closed };
 
     // A request that is being answered.
     struct Call : HttpCall {
         Call(std::shared_ptr<Connection> from, const ResponseStream::Form& form)
             : connection(std::move(from)), stream(form, [this](const std::string& bytes) {
-                  return sendAll(connection->_socket.native_handle(), bytes,
-                                 connection->_limits.sending);
+                  return connection->_wire->sendAll(bytes, connection->_limits.sending);
               }) {}
-        void expire() override { connection->_onLate(stream); }
+        void expire() override;
+        std::optional<ResponseStream::End> finish();
 
         const std::shared_ptr<Connection> connection;
         ResponseStream stream;
+        std::mutex ending;  // while it is, the connection stays as it is
     };
 
+    template <class Wait>
+    void _await(HttpWire::Step::Kind what, Wait onReady);
+
     void _enter(State state, milliseconds limit);
-    void _armTimer();
-    void _onTimer();
-    void _awaitBytes();
-    void _onReadable();
-    void _parse();
-    bool _acceptsHeader();
-    void _fillRecord();
-    void _logIn();
-    std::optional<Verdict> _askWho();
-    void _answer(const Verdict& verdict);
-    void _work(const Verdict& verdict, ResponseStream& stream);
-    void _onLate(ResponseStream& stream);
+    void _onOver();
+    void _awaitRequest();
+    void _receiveMore();
+    void _receive();
+    void _drain();
+    void _read();
+    void _judge();
+    void _onVerdict(const Verdict& verdict);
+    void _refuse(int status, HttpHeaders headers = {});
+    void _answer();
+    void _work(const HttpRequest& request, ResponseStream& stream) const;
     void _send(ResponseStream::End end);
-    void _onSent(ResponseStream::Next next);
-    void _log(int status, const ResponseStream* stream);
+    void _sendRest();
+    void _onSent();
     void _close();
 
-    std::shared_ptr<HttpShared> _shared;
-    std::shared_ptr<HttpLoop> _loop;
+    const std::shared_ptr<HttpShared> _shared;
+    const std::shared_ptr<HttpLoop> _loop;
     const HttpLimits& _limits;
-    HttpSocket _socket;
-    Timer _timer;
+    Socket _socket;
+    HttpDeadline _deadline;  // of the state
+    const std::unique_ptr<HttpWire> _wire;
+    Login _login;
+    HttpRequestReader _reader;
     State _state = State::Idle;
-    steady_clock::time_point _deadline;                                    // of the state
-    steady_clock::time_point _timerEnd = steady_clock::time_point::max();  // never: not running
-    boost::beast::flat_buffer _buffer;
-    std::optional<http::request_parser<http::string_body>> _parser;
-    std::string _peer;
-    HttpLogRecord _record;
-    HttpRequest _request;
-    steady_clock::time_point _started;
+    bool _isNew = true;
+    Caller _caller;  // of the request
+    HttpRecord _record;
     ResponseStream::End _end;
+    std::size_t _sent = 0;  // of it
 };
 
-// A deadline that is later than the one before costs nothing: the timer finds out when it ends.
+void Connection::start(bool isRefused) {
+    asio::post(_socket.get_executor(), [self = shared_from_this(), isRefused] {
+        isRefused ? self->_refuse(503) : self->_awaitRequest();
+    });
+}
+
 void Connection::_enter(State state, milliseconds limit) {
     _state = state;
-    _deadline = steady_clock::now() + limit;
-    if (_deadline < _timerEnd) {
-        _armTimer();
+    _deadline.set(limit, shared_from_this());
+}
+
+void Connection::_onOver() {
+    switch (_state) {
+        case State::Answering:
+        case State::Closed:
+            return;
+        case State::Header:
+        case State::Body:
+            return _refuse(408);
+        case State::Judging:
+            return _refuse(503);
+        case State::Idle:
+        case State::Sending:
+        case State::Draining:
+            return _close();
     }
 }
 
-void Connection::_armTimer() {
-    _timerEnd = _deadline;
-    _timer.expires_at(_deadline);
-    _timer.async_wait([self = shared_from_this()](error_code error) {
-        if (!error) {
-            self->_onTimer();
+template <class Wait>
+void Connection::_await(HttpWire::Step::Kind what, Wait onReady) {
+    const auto wanted = what == HttpWire::Step::WantsRead
+                            ? asio::posix::descriptor_base::wait_read
+                            : asio::posix::descriptor_base::wait_write;
+    _socket.async_wait(wanted, [self = shared_from_this(), onReady](error_code error) {
+        if (self->_state != State::Closed) {
+            error ? self->_close() : onReady(*self);
         }
     });
 }
 
-void Connection::_onTimer() {
-    _timerEnd = steady_clock::time_point::max();
-    if (_state == State::Answering || _state == State::Closed) {
-        return;
-    }
-    if (steady_clock::now() < _deadline) {
-        return _armTimer();
-    }
-    _state == State::Login                             ? refuse(503)
-    : _state == State::Header || _state == State::Body ? refuse(408)
-                                                       : _close();
-}
-
-void Connection::awaitRequest() {
+void Connection::_awaitRequest() {
     if (_shared->isStopping) {
         return _close();
     }
-    _parser.emplace();
-    _parser->header_limit(std::uint32_t(_limits.headerBytes));
-    _parser->body_limit(_limits.bodyBytes);
-    _enter(State::Idle, _limits.idle);
-    if (_buffer.size() == 0) {
-        return _awaitBytes();
+    _reader.next();
+    _caller = {};
+    // A handshake comes first, which has no reason to wait.
+    _enter(State::Idle, _isNew && _login.isEncrypted ? _limits.header : _limits.idle);
+    _isNew = false;
+    if (!_reader.holdsBytes()) {
+        return _receiveMore();
     }
     // The next request came with the last one. Others of the loop have their turn before.
-    _socket.async_wait(tcp::socket::wait_write, [self = shared_from_this()](error_code error) {
-        error ? self->_close() : self->_parse();
-    });
+    _await(HttpWire::Step::WantsWrite, [](Connection& self) { self._read(); });
 }
 
-void Connection::_awaitBytes() {
-    _socket.async_wait(tcp::socket::wait_read, [self = shared_from_this()](error_code error) {
-        error ? self->_close() : self->_onReadable();
-    });
+void Connection::_receiveMore() {
+    if (_wire->holdsBytes()) {
+        return _receive();
+    }
+    _await(HttpWire::Step::WantsRead, [](Connection& self) { self._receive(); });
 }
 
-void Connection::_onReadable() {
-    if (_state == State::Sending || _state == State::Closed) {
+void Connection::_receive() {
+    if (_state == State::Sending || _state == State::Judging) {
         return;  // refused meanwhile, for the time it took
     }
-    const auto space = _buffer.prepare(READ_SIZE);
-    const ssize_t count = ::recv(_socket.native_handle(), space.data(), space.size(), MSG_DONTWAIT);
-    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR)) {
-        return _close();
+    const HttpWire::Step step = _wire->receive(_reader.prepare(READ_SIZE), READ_SIZE);
+    switch (step.kind) {
+        case HttpWire::Step::WantsRead:
+        case HttpWire::Step::WantsWrite:
+            return _await(step.kind, [](Connection& self) { self._receive(); });
+        case HttpWire::Step::Ended:
+        case HttpWire::Step::Lost:
+            return _close();
+        case HttpWire::Step::Moved:
+            break;
     }
-    // What is still sent behind a refusal is read and forgotten: closing before that would reset
-    // the connection, and the answer with it.
-    if (count < 0 || _state == State::Draining) {
-        return _awaitBytes();
-    }
-    _buffer.commit(std::size_t(count));
-    _parse();
+    _reader.commit(step.bytes);
+    _state == State::Draining ? _drain() : _read();
 }
 
-void Connection::_parse() {
-    while (!_parser->is_done()) {
-        error_code error;
-        const bool hadHeader = _parser->is_header_done();
-        _buffer.consume(_parser->put(_buffer.data(), error));
-        if (!hadHeader && _parser->is_header_done() && !_acceptsHeader()) {
-            return;
-        }
-        if (error && error != http::error::need_more) {
-            return refuse(error == http::error::body_limit     ? 413
-                          : error == http::error::header_limit ? 431
-                                                               : 400);
-        }
-        if (error || (_buffer.size() == 0 && !_parser->is_done())) {
-            const bool hasHeader = _parser->is_header_done();
-            const State state = hasHeader ? State::Body : State::Header;
-            if (_state != state) {
-                _enter(state, hasHeader ? _limits.body : _limits.header);
+// What is still sent behind a refusal is forgotten: closing before that would reset the connection,
+// and the answer with it.
+void Connection::_drain() {
+    _reader.forget();
+    _await(HttpWire::Step::WantsRead, [](Connection& self) { self._receive(); });
+}
+
+void Connection::_read() {
+    const HttpRequestReader::State state = _reader.read();
+    switch (state) {
+        case HttpRequestReader::Empty:
+            return _receiveMore();
+        case HttpRequestReader::Header:
+            if (_state != State::Header) {
+                _enter(State::Header, _limits.header);
             }
-            return _awaitBytes();
-        }
-    }
-    _logIn();
-}
-
-// Looks at the header before the body comes. False where that is refused.
-bool Connection::_acceptsHeader() {
-    const auto& request = _parser->get();
-    const auto method = request.method_string();
-    if (method != "POST" && method != "M-POST") {
-        refuse(405);
-        return false;
-    }
-    const auto expect = request.find(http::field::expect);
-    if (expect != request.end() && sameHeader(std::string(expect->value()), "100-continue")) {
-        static const std::string GO_ON = "HTTP/1.1 100 Continue\r\n\r\n";
-        sendNow(_socket.native_handle(), GO_ON.data(), GO_ON.size());
-    }
-    _parser->eager(true);
-    return true;
-}
-
-void Connection::_fillRecord() {
-    _started = steady_clock::now();
-    _record = {};
-    _record.peer = _peer;
-    if (_parser && _parser->is_header_done()) {
-        _record.method = std::string(_parser->get().method_string());
-        _record.target = std::string(_parser->get().target());
+            return _receiveMore();
+        case HttpRequestReader::AtBody:
+            return _judge();
+        case HttpRequestReader::Body:
+            if (_state != State::Body) {
+                _enter(State::Body, _limits.body);
+            }
+            return _receiveMore();
+        case HttpRequestReader::Complete:
+            return _answer();
+        case HttpRequestReader::Refused:
+            return _refuse(_reader.refusal());
     }
 }
 
-void Connection::refuse(int status) {
-    _fillRecord();
-    HttpAnswer answer{status, {}, {}};
-    if (status == 405) {
-        answer.headers.emplace_back("Allow", "POST, M-POST");
+// Before the body is read: who may not ask sends none.
+void Connection::_judge() {
+    const auto& options = _shared->options;
+    if (!options.authenticate) {
+        return _onVerdict({Verdict::Accepted, {"", Rights::all()}, {}});
     }
-    ResponseStream::Form form;
-    form.keepsAlive = false;
-    _log(status, nullptr);
-    _send({ResponseStream::assemble(answer, form), ResponseStream::Close});
-}
-
-void Connection::_logIn() {
-    _fillRecord();
-    _request = takeRequest(_parser->get(), _peer);
-    _enter(State::Login, _limits.answer);
-    if (const auto verdict = _askWho()) {
-        _answer(*verdict);
+    if (_login.isEncrypted && _login.certificateName.empty()) {
+        _login.certificateName = _wire->certificateName();
     }
-}
-
-// None where it is found out later, and no thread of ours is held up meanwhile.
-std::optional<Verdict> Connection::_askWho() {
-    if (!_shared->options.authenticate) {
-        return Verdict{Verdict::Accepted, {"", Rights::all()}, {}};
-    }
-    return _shared->options.authenticate(
-        loginOf(_request), [self = shared_from_this()](const Verdict& verdict) {
+    const std::string* const header = _reader.request().header("Authorization");
+    const auto credentials = parseBasicCredentials(header ? *header : std::string());
+    _login.hasPassword = credentials.has_value();
+    _login.user = credentials ? credentials->user : std::string();
+    _login.password = credentials ? credentials->password : std::string();
+    _state = State::Judging;
+    const auto known =
+        options.authenticate(_login, [self = shared_from_this()](const Verdict& verdict) {
             asio::post(self->_socket.get_executor(), [self, verdict] {
-                if (self->_state == State::Login) {
-                    self->_answer(verdict);
+                if (self->_state == State::Judging) {
+                    self->_onVerdict(verdict);
                 }
             });
         });
+    known ? _onVerdict(*known) : _enter(State::Judging, _limits.answer);
 }
 
-void Connection::_answer(const Verdict& verdict) {
+void Connection::_onVerdict(const Verdict& verdict) {
+    switch (verdict.kind) {
+        case Verdict::Accepted:
+            break;
+        case Verdict::Refused:
+            return _refuse(401, {{"WWW-Authenticate", "Basic realm=\"" + _shared->options.realm +
+                                                          "\", charset=\"UTF-8\""}});
+        case Verdict::TooOften:
+        case Verdict::Busy:
+            return _refuse(verdict.kind == Verdict::Busy ? 503 : 429,
+                           {{"Retry-After", std::to_string(verdict.retryAfter.count())}});
+    }
+    _caller = verdict.caller;
+    if (_reader.expectsContinue() && !_reader.holdsBytes()) {
+        _wire->sendAll(GO_ON, milliseconds(0));
+    }
+    _read();
+}
+
+void Connection::_refuse(int status, HttpHeaders headers) {
+    _record.begin(_login.peer, _reader.request());
+    if (status == 405) {
+        headers.emplace_back("Allow", "POST, M-POST");
+    }
+    ResponseStream::Form form;
+    form.keepsAlive = false;
+    _record.report(_shared->options, _caller, status);
+    _send(
+        {ResponseStream::assemble({status, std::move(headers), {}}, form), ResponseStream::Close});
+}
+
+void Connection::_answer() {
     _state = State::Answering;
-    const auto call = std::make_shared<Call>(shared_from_this(), formOf(_parser->get()));
-    _loop->enterHandler(call, _started + _limits.answer);
+    const auto begin = _record.begin(_login.peer, _reader.request());
+    HttpRequest request = std::move(_reader.request());
+    request.peer = _login.peer;
+    request.caller = _caller;
+    ResponseStream::Form form;
+    form.isHttp11 = _reader.isHttp11();
+    form.keepsAlive = _reader.keepsAlive();
+    const std::string* const te = request.header("TE");
+    form.acceptsTrailers = te && te->find("trailers") != std::string::npos;
+    const auto call = std::make_shared<Call>(shared_from_this(), form);
+    _loop->enterHandler(call, begin + _limits.answer);
     _shared->wakeWatcher();
-    _work(verdict, call->stream);
-    std::optional<ResponseStream::End> end = call->stream.finish();
+    _work(request, call->stream);
+    std::optional<ResponseStream::End> end = call->finish();
     _loop->leaveHandler(call);
-    _request = {};
     if (!end) {
         return _close();
     }
-    _log(0, &call->stream);
+    _record.report(_shared->options, _caller, call->stream);
     _send(std::move(*end));
 }
 
-void Connection::_work(const Verdict& verdict, ResponseStream& stream) {
+void Connection::_work(const HttpRequest& request, ResponseStream& stream) const {
     try {
-        if (verdict.kind != Verdict::Accepted) {
-            return refuseLogin(verdict, _shared->options.realm, stream);
-        }
-        _request.caller = verdict.caller;
-        stream.setUser(_request.caller.name);
-        _shared->handler(_request, stream);
+        _shared->handler(request, stream);
     } catch (const Disconnected&) {
         // Nobody is there to be told.
     } catch (...) {
@@ -300,73 +306,64 @@ void Connection::_work(const Verdict& verdict, ResponseStream& stream) {
     }
 }
 
-// Beside the thread that is in the handler: of the connection only the socket is touched, which
-// that thread does not close before it comes back.
-void Connection::_onLate(ResponseStream& stream) {
+std::optional<ResponseStream::End> Connection::Call::finish() {
+    const std::lock_guard<std::mutex> lock(ending);
+    return stream.finish();
+}
+
+// Beside the thread that is in the handler, which does not come past finish() meanwhile.
+void Connection::Call::expire() {
+    const std::lock_guard<std::mutex> lock(ending);
     const std::optional<ResponseStream::End> end = stream.expire();
     if (!end) {
         return;
     }
-    const int socket = _socket.native_handle();
-    sendNow(socket, end->bytes.data(), end->bytes.size());
-    ::shutdown(socket, end->next == ResponseStream::Abort ? SHUT_RDWR : SHUT_WR);
-    _log(0, &stream);
+    if (end->next == ResponseStream::Abort) {
+        connection->_wire->cut();
+    } else {
+        connection->_wire->sendAll(end->bytes, milliseconds(0));
+        connection->_wire->end();
+    }
+    connection->_record.report(connection->_shared->options, connection->_caller, stream);
 }
 
-void Connection::_log(int status, const ResponseStream* stream) {
-    if (!_shared->options.log) {
-        return;
-    }
-    HttpLogRecord record = _record;
-    record.status = status;
-    if (stream) {
-        const auto summary = stream->summary();
-        record.status = summary.status;
-        record.bytes = summary.bytes;
-        record.text = summary.text;
-        record.user = summary.user;
-    }
-    record.time =
-        std::chrono::duration_cast<std::chrono::microseconds>(steady_clock::now() - _started);
-    _shared->options.log(record);
-}
-
-// What the socket takes at once leaves at once; for the rest nobody's thread waits.
 void Connection::_send(ResponseStream::End end) {
     _state = State::Sending;
     if (end.next == ResponseStream::Abort) {
-        // A reset: whatever was sent is not the whole.
-        error_code ignored;
-        _socket.set_option(asio::socket_base::linger(true, 0), ignored);
+        _wire->resetAtClose();
         return _close();
-    }
-    const ssize_t sent = sendNow(_socket.native_handle(), end.bytes.data(), end.bytes.size());
-    if (sent < 0) {
-        return _close();
-    }
-    if (std::size_t(sent) == end.bytes.size()) {
-        return _onSent(end.next);
     }
     _end = std::move(end);
-    _end.bytes.erase(0, std::size_t(sent));
-    _enter(State::Sending, _limits.sending);
-    asio::async_write(_socket, asio::buffer(_end.bytes),
-                      [self = shared_from_this()](error_code error, std::size_t) {
-                          error || self->_state == State::Closed ? self->_close()
-                                                                 : self->_onSent(self->_end.next);
-                      });
+    _sent = 0;
+    _sendRest();
 }
 
-void Connection::_onSent(ResponseStream::Next next) {
+// What the socket takes at once leaves at once; for the rest nobody's thread waits.
+void Connection::_sendRest() {
+    while (_sent < _end.bytes.size()) {
+        const auto step = _wire->send(_end.bytes.data() + _sent, _end.bytes.size() - _sent);
+        _sent += step.bytes;
+        if (step.kind == HttpWire::Step::Lost || step.kind == HttpWire::Step::Ended) {
+            return _close();
+        }
+        if (step.kind != HttpWire::Step::Moved) {
+            _enter(State::Sending, _limits.sending);
+            return _await(step.kind, [](Connection& self) { self._sendRest(); });
+        }
+    }
+    _onSent();
+}
+
+void Connection::_onSent() {
+    const ResponseStream::Next next = _end.next;
     _end = {};
     if (next == ResponseStream::KeepAlive) {
-        return awaitRequest();
+        return _awaitRequest();
     }
-    error_code ignored;
-    _socket.shutdown(tcp::socket::shutdown_send, ignored);
-    _buffer.clear();
+    _wire->end();
+    _reader.forget();
     _enter(State::Draining, DRAIN_TIME);
-    _awaitBytes();
+    _drain();
 }
 
 void Connection::stop() {
@@ -382,9 +379,10 @@ void Connection::_close() {
         return;
     }
     _state = State::Closed;
-    _timer.cancel();
+    _deadline.cancel();
     error_code ignored;
     _socket.close(ignored);
+    _shared->leave(_login.peer);
     _shared->remove(shared_from_this());
 }
 
@@ -392,8 +390,10 @@ void Connection::_close() {
 
 std::shared_ptr<HttpConnection> HttpConnection::make(std::shared_ptr<HttpShared> shared,
                                                      std::shared_ptr<HttpLoop> loop,
-                                                     HttpSocket socket) {
-    return std::make_shared<Connection>(std::move(shared), std::move(loop), std::move(socket));
+                                                     Descriptor socket,
+                                                     std::unique_ptr<HttpWire> wire, Login login) {
+    return std::make_shared<Connection>(std::move(shared), std::move(loop), std::move(socket),
+                                        std::move(wire), std::move(login));
 }
 
 }  // namespace QZ

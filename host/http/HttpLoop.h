@@ -6,10 +6,11 @@
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
 #include <chrono>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <vector>
+
+#include "HttpWorkers.h"
 
 namespace QZ {
 
@@ -23,40 +24,35 @@ public:
     virtual void expire() = 0;
 };
 
-// A share of the connections, and the threads that serve it: one waits for whatever comes next on
-// any of its connections and carries it out, the handler included. Only where that takes a while
-// does another thread of the loop take its place: threads that run side by side for no need get
-// into each other's way, at the locks of the handler and for the processors.
+// A share of the connections: one thread waits for whatever comes next on any of them and carries
+// it out, the handler included. Only where that takes a while does another thread take its place:
+// threads that run side by side for no need get into each other's way, at the locks of the handler
+// and for the processors.
 class HttpLoop : public std::enable_shared_from_this<HttpLoop> {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    // So many threads; and how many may be lost before no more are made.
-    HttpLoop(std::size_t threads, std::size_t mayBeLost)
-        : _initial(threads), _mayBeLost(mayBeLost) {}
+    explicit HttpLoop(std::shared_ptr<HttpWorkers> workers) : _workers(std::move(workers)) {}
 
-    void start();
+    // Serves the connections on this thread, until...
+    enum End {
+        Replaced,  // another has its place
+        Lost,      // and more than that: it was given up, and is one too many now
+        Over,      // nothing is left to serve, or stop() was called
+    };
+    End serve();
 
     // Around each call of the handler, on the thread that makes it. A call that is still there at
-    // its end has lost its thread, and another takes its place; where it comes back after all, the
-    // thread ends when it has done what it is at.
+    // its end has lost its thread.
     void enterHandler(const std::shared_ptr<HttpCall>& call, Time end);
     void leaveHandler(const std::shared_ptr<HttpCall>& call);
 
-    // Lets another thread go on where a handler is at the same request as at the last time, and
-    // expires the calls whose time is over. Whether any was called since.
+    // Offers the place of a thread that is in the same call as at the last time, and expires the
+    // calls whose time is over. Whether any was called since.
     bool watch(Time now);
 
-    std::size_t lostThreads() const;
-
-    // From now on the threads end when no connection is left.
+    // From now on it is over when no connection is left.
     void endWithoutWork() { _work.reset(); }
-
-    // Ends the threads, but those that are in a handler.
-    void stop();
-
-    // Waits until every thread ended, the lost ones aside. False when the time was over.
-    bool waitForEnd(Time end) const;
 
     // One thread at a time is woken for what comes.
     boost::asio::io_context io{1};
@@ -70,25 +66,16 @@ private:
         bool isLost = false;
     };
 
-    void _startThread();
-    void _run();
-    bool _takePlace();
-    void _serve();
     void _awaitMore();
 
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> _work{
         io.get_executor()};
-    const std::size_t _initial;
-    const std::size_t _mayBeLost;
-    mutable std::mutex _mutex;
-    mutable std::condition_variable _threadEnded;
-    std::condition_variable _placeIsFree;
-    std::size_t _places = 1;  // free ones: of the thread that serves, once it is held up
+    const std::shared_ptr<HttpWorkers> _workers;
+    std::mutex _mutex;
     std::vector<Call> _calls;
     bool _wasCalled = false;
     std::atomic<bool> _isAwake{false};
-    std::size_t _threads = 0;
-    std::size_t _lost = 0;
+    std::atomic<bool> _isOver{false};
 };
 
 }  // namespace QZ

@@ -2,126 +2,79 @@
 // SPDX-License-Identifier: MIT
 #include "HttpServer.h"
 
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/post.hpp>
-#include <boost/asio/steady_timer.hpp>
-#include <boost/asio/strand.hpp>
 #include <utility>
 
+#include "HttpAcceptor.h"
 #include "HttpConnection.h"
+#include "TlsIdentity.h"
 
 namespace QZ {
 
-namespace asio = boost::asio;
-using asio::ip::tcp;
-using boost::system::error_code;
 using std::chrono::milliseconds;
 
 namespace {
-
-// Before a connection is taken again that could not be taken, for want of descriptors for example.
-constexpr milliseconds ACCEPT_PAUSE{100};
 
 // For threads that need not go on, to end.
 constexpr milliseconds LEAVING_TIME{1000};
 
 }  // namespace
 
-// Takes connections.
-class HttpServer::Core : public std::enable_shared_from_this<HttpServer::Core> {
+class HttpServer::Core {
 public:
     Core(HttpServerOptions options, Handler handler)
         : shared(std::make_shared<HttpShared>(std::move(options), std::move(handler))),
-          _acceptor(asio::make_strand(shared->loops().front()->io)),
-          _pause(_acceptor.get_executor()) {
-        _listen();
-    }
+          acceptor(shared->options.listeners) {}
 
-    std::uint16_t port() const { return _port; }
-
-    void accept() {
-        const std::shared_ptr<HttpLoop> loop = shared->nextLoop();
-        _acceptor.async_accept(
-            HttpStrand(loop->io.get_executor()),
-            [self = shared_from_this(), loop](error_code error, HttpSocket socket) {
-                self->_onAccepted(error, loop, std::move(socket));
+    void start() {
+        shared->start();
+        acceptor.start(
+            [shared = shared](Descriptor socket, Login login, const HttpListener& listener) {
+                _take(shared, std::move(socket), std::move(login), listener);
             });
     }
 
     void close() {
         if (shared->isStopping.exchange(true)) {
-            return;  // what is posted to loops that ended would never go
+            return;
         }
-        asio::post(_acceptor.get_executor(), [self = shared_from_this()] {
-            error_code ignored;
-            self->_acceptor.close(ignored);
-            self->_pause.cancel();
-            for (const auto& connection : self->shared->connections()) {
-                connection->stop();
-            }
-            for (const auto& loop : self->shared->loops()) {
-                loop->endWithoutWork();
-            }
-        });
+        acceptor.stop();
+        for (const auto& connection : shared->connections()) {
+            connection->stop();
+        }
+        for (const auto& loop : shared->loops()) {
+            loop->endWithoutWork();
+        }
     }
 
     const std::shared_ptr<HttpShared> shared;
+    HttpAcceptor acceptor;
 
 private:
-    void _listen() {
-        const auto& options = shared->options;
-        error_code error;
-        const auto address = asio::ip::make_address(options.address, error);
-        if (!error) {
-            const tcp::endpoint endpoint(address, options.port);
-            _acceptor.open(endpoint.protocol(), error);
-            error ? error : _acceptor.set_option(tcp::acceptor::reuse_address(true), error);
-            error ? error : _acceptor.bind(endpoint, error);
-            error ? error : _acceptor.listen(tcp::acceptor::max_listen_connections, error);
-            _port = error ? options.port : _acceptor.local_endpoint(error).port();
-        }
-        if (error) {
-            throw Error("Cannot listen on " + options.address + ", port " +
-                        std::to_string(options.port) + ": " + error.message());
-        }
-    }
-
-    void _onAccepted(error_code error, const std::shared_ptr<HttpLoop>& loop, HttpSocket socket) {
-        if (shared->isStopping) {
+    static void _take(const std::shared_ptr<HttpShared>& shared, Descriptor socket, Login login,
+                      const HttpListener& listener) {
+        const std::string client = login.peer;
+        const HttpShared::Admission admission = shared->admit(client);
+        if (admission == HttpShared::Dropped) {
             return;
         }
-        if (error) {
-            _pause.expires_after(ACCEPT_PAUSE);
-            _pause.async_wait([self = shared_from_this()](error_code ended) {
-                if (!ended) {
-                    self->accept();
-                }
-            });
-            return;
-        }
-        const auto executor = socket.get_executor();
-        const std::size_t open = shared->countConnections();
-        // Beyond twice the limit not even a refusal is worth a descriptor.
-        if (open < 2 * shared->options.limits.connections) {
-            const auto connection = HttpConnection::make(shared, loop, std::move(socket));
+        std::shared_ptr<HttpConnection> connection;
+        try {
+            auto wire =
+                listener.tls ? listener.tls->accept(socket.get()) : HttpWire::make(socket.get());
+            connection = HttpConnection::make(shared, shared->nextLoop(), std::move(socket),
+                                              std::move(wire), std::move(login));
             shared->add(connection);
-            const bool isRefused = open >= shared->options.limits.connections;
-            asio::post(executor, [connection, isRefused] {
-                isRefused ? connection->refuse(503) : connection->awaitRequest();
-            });
+        } catch (...) {
+            shared->leave(client);
+            throw;
         }
-        accept();
+        connection->start(admission == HttpShared::Refused);
     }
-
-    tcp::acceptor _acceptor;
-    asio::steady_timer _pause;
-    std::uint16_t _port = 0;
 };
 
 HttpServer::HttpServer(HttpServerOptions options, Handler handler)
-    : _core(std::make_shared<Core>(std::move(options), std::move(handler))) {
-    _core->accept();
-    _core->shared->start();
+    : _core(std::make_unique<Core>(std::move(options), std::move(handler))) {
+    _core->start();
 }
 
 HttpServer::~HttpServer() {
@@ -132,39 +85,35 @@ HttpServer::~HttpServer() {
     }
 }
 
-std::uint16_t HttpServer::port() const {
-    return _core->port();
+std::uint16_t HttpServer::port(std::size_t listener) const {
+    return _core->acceptor.port(listener);
 }
 
 std::size_t HttpServer::lostWorkers() const {
-    std::size_t lost = 0;
-    for (const auto& loop : _core->shared->loops()) {
-        lost += loop->lostThreads();
-    }
-    return lost;
+    return _core->shared->workers().lostThreads();
 }
 
 bool HttpServer::stop(milliseconds time) {
     HttpShared& shared = *_core->shared;
+    HttpWorkers& workers = shared.workers();
     _core->close();
-    const auto end = std::chrono::steady_clock::now() + time;
-    bool ended = true;
-    for (const auto& loop : shared.loops()) {
-        ended = loop->waitForEnd(end) && ended;
-    }
+    const bool ended = workers.waitForEnd(std::chrono::steady_clock::now() + time);
     shared.stopWatching();
     for (const auto& loop : shared.loops()) {
-        loop->stop();
+        loop->io.stop();
     }
+    workers.endAllLoops();
     // Where time was over, what the threads did not come to is done here: a handler that never goes
     // would keep the server.
-    for (const auto& loop : shared.loops()) {
-        if (loop->waitForEnd(std::chrono::steady_clock::now() + LEAVING_TIME)) {
-            loop->io.restart();
-            loop->io.poll();
-        }
+    const bool left = workers.waitForEnd(std::chrono::steady_clock::now() + LEAVING_TIME);
+    if (!left || lostWorkers() != 0) {
+        return false;
     }
-    return ended && lostWorkers() == 0;
+    for (const auto& loop : shared.loops()) {
+        loop->io.restart();
+        loop->io.poll();
+    }
+    return ended;
 }
 
 }  // namespace QZ

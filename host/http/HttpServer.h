@@ -8,11 +8,15 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "HttpReply.h"
 #include "HttpRequest.h"
+#include "Login.h"
 
 namespace QZ {
+
+class TlsIdentity;
 
 // What a server allows. Deadlines are absolute: a client cannot push them by sending a byte.
 struct HttpLimits {
@@ -24,8 +28,9 @@ struct HttpLimits {
     std::size_t headerBytes = std::size_t(16) << 10;
     std::size_t bodyBytes = std::size_t(4) << 20;
     std::size_t connections = 256;
-    std::size_t workers = 8;       // threads, and so requests that are answered at once
-    std::size_t lostWorkers = 64;  // threads that are late and may never come back
+    std::size_t connectionsPerClient = 64;  // of one address, or of one uid
+    std::size_t workers = 8;                // requests that are answered at once, at least
+    std::size_t lostWorkers = 64;           // threads that are late and may never come back
 };
 
 // What became of a request, for a log.
@@ -40,12 +45,22 @@ struct HttpLogRecord {
     std::chrono::microseconds time{0};
 };
 
-struct HttpServerOptions {
+// Where a server is asked: an address and a port, or a Unix socket.
+struct HttpListener {
     std::string address = "127.0.0.1";
     std::uint16_t port = 0;  // 0: any that is free
+    // The path of a Unix socket; then there is no address. Anybody of this machine may connect:
+    // who it is tells the uid.
+    std::string socketFile;
+    std::shared_ptr<const TlsIdentity> tls;  // none: in the clear
+};
+
+struct HttpServerOptions {
+    std::vector<HttpListener> listeners{HttpListener()};
     HttpLimits limits;
     std::string realm = "tavqz";
-    // Says who asks, at once or later: no thread of the server waits. None: everybody may all.
+    // Judges a request when its header is in, before its body is read. Does not wait: others of the
+    // same thread would too. None: everybody may all.
     Authenticate authenticate;
     std::function<void(const HttpLogRecord&)> log;
 };
@@ -58,14 +73,15 @@ class HttpServer {
 public:
     using Handler = std::function<void(const HttpRequest& request, HttpReply& reply)>;
 
-    // Listens. What the handler throws is answered with status 500. Throws Error where the address
-    // cannot be had.
+    // Listens. What the handler throws is answered with status 500. Throws Error where an address
+    // or a path cannot be had.
     HttpServer(HttpServerOptions options, Handler handler);
 
     // As stop, with no time left.
     ~HttpServer();
 
-    std::uint16_t port() const;
+    // Of the listener at that place; 0 of a Unix socket.
+    std::uint16_t port(std::size_t listener = 0) const;
 
     // Threads that did not come back in time, and have not since.
     std::size_t lostWorkers() const;
@@ -77,7 +93,7 @@ public:
 
 private:
     class Core;
-    std::shared_ptr<Core> _core;
+    std::unique_ptr<Core> _core;
 };
 
 }  // namespace QZ

@@ -19,19 +19,23 @@ constexpr int QUIET_LOOKS = 50;
 }  // namespace
 
 HttpShared::HttpShared(HttpServerOptions given, HttpServer::Handler answers)
-    : options(std::move(given)), handler(std::move(answers)) {
-    const HttpLimits& limits = options.limits;
-    const std::size_t loops = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1,
-                                                      std::max<std::size_t>(limits.workers / 2, 1));
+    : options(std::move(given)),
+      handler(std::move(answers)),
+      _workers(std::make_shared<HttpWorkers>(options.limits.workers, options.limits.lostWorkers)) {
+    // Half of the threads at least wait for the others to be held up.
+    const std::size_t loops =
+        std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1,
+                                std::max<std::size_t>(options.limits.workers / 2, 1));
     for (std::size_t i = 0; i < loops; ++i) {
-        _loops.push_back(std::make_shared<HttpLoop>(limits.workers / loops, limits.lostWorkers));
+        _loops.push_back(std::make_shared<HttpLoop>(_workers));
     }
 }
 
 void HttpShared::start() {
     for (const auto& loop : _loops) {
-        loop->start();
+        _workers->offerPlace(loop);
     }
+    _workers->start(_loops.size());
     _watcher = std::thread([this] { _watch(); });
 }
 
@@ -85,9 +89,28 @@ void HttpShared::remove(const std::shared_ptr<HttpConnection>& connection) {
     _connections.erase(connection);
 }
 
-std::size_t HttpShared::countConnections() const {
+HttpShared::Admission HttpShared::admit(const std::string& client) {
+    const HttpLimits& limits = options.limits;
     const std::lock_guard<std::mutex> lock(_mutex);
-    return _connections.size();
+    const auto found = _clients.find(client);
+    const std::size_t own = found == _clients.end() ? 0 : found->second;
+    // Beyond twice the limit not even a refusal is worth a descriptor.
+    if (_admitted >= 2 * limits.connections || own >= 2 * limits.connectionsPerClient) {
+        return Dropped;
+    }
+    const bool isRefused = _admitted >= limits.connections || own >= limits.connectionsPerClient;
+    _clients[client] = own + 1;
+    ++_admitted;
+    return isRefused ? Refused : Admitted;
+}
+
+void HttpShared::leave(const std::string& client) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    const auto found = _clients.find(client);
+    if (found != _clients.end() && --found->second == 0) {
+        _clients.erase(found);
+    }
+    --_admitted;
 }
 
 std::set<std::shared_ptr<HttpConnection>> HttpShared::connections() const {

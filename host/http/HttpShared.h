@@ -4,21 +4,24 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <set>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include "HttpLoop.h"
 #include "HttpServer.h"
+#include "HttpWorkers.h"
 
 namespace QZ {
 
 class HttpConnection;
 
-// What the connections of a server share: its options, the loops that serve them, and the thread
-// that watches over the handler's time. Any thread, but for start and stopWatching.
+// What the connections of a server share: its options, the loops and threads that serve them, and
+// the thread that watches over the handler's time. Any thread, but for start and stopWatching.
 class HttpShared {
 public:
     HttpShared(HttpServerOptions given, HttpServer::Handler answers);
@@ -29,10 +32,19 @@ public:
     // The loop for the next connection.
     const std::shared_ptr<HttpLoop>& nextLoop() { return _loops[_next++ % _loops.size()]; }
     const std::vector<std::shared_ptr<HttpLoop>>& loops() const { return _loops; }
+    HttpWorkers& workers() const { return *_workers; }
+
+    // Counts a connection of that client, whatever is done with it, until it leaves.
+    enum Admission {
+        Admitted,
+        Refused,  // one too many: worth an answer
+        Dropped,  // worth nothing any more; not counted
+    };
+    Admission admit(const std::string& client);
+    void leave(const std::string& client);
 
     void add(const std::shared_ptr<HttpConnection>& connection);
     void remove(const std::shared_ptr<HttpConnection>& connection);
-    std::size_t countConnections() const;
     std::set<std::shared_ptr<HttpConnection>> connections() const;
 
     // Behind each HttpLoop::enterHandler: somebody watches from now on.
@@ -48,10 +60,13 @@ public:
 private:
     void _watch();
 
+    std::shared_ptr<HttpWorkers> _workers;
     std::vector<std::shared_ptr<HttpLoop>> _loops;
     std::atomic<std::size_t> _next{0};
     mutable std::mutex _mutex;
     std::set<std::shared_ptr<HttpConnection>> _connections;
+    std::size_t _admitted = 0;
+    std::map<std::string, std::size_t> _clients;
     std::condition_variable _wakeWatcher;
     std::atomic<bool> _watcherSleeps{false};
     bool _watcherEnds = false;

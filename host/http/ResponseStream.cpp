@@ -33,6 +33,8 @@ const char* _reason(int status) {
             return "Content Too Large";
         case 415:
             return "Unsupported Media Type";
+        case 417:
+            return "Expectation Failed";
         case 429:
             return "Too Many Requests";
         case 431:
@@ -43,6 +45,8 @@ const char* _reason(int status) {
             return "Not Implemented";
         case 503:
             return "Service Unavailable";
+        case 505:
+            return "HTTP Version Not Supported";
         case 510:
             return "Not Extended";
         default:
@@ -221,14 +225,9 @@ std::optional<ResponseStream::End> ResponseStream::expire() {
     return End{assemble(_answer, _form), Close};
 }
 
-void ResponseStream::setUser(const std::string& user) {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    _user = user;
-}
-
 ResponseStream::Summary ResponseStream::summary() const {
     const std::lock_guard<std::mutex> lock(_mutex);
-    return {_answer.status, _bodyBytes, _logText, _user};
+    return {_answer.status, _bodyBytes, _logText};
 }
 
 }  // namespace QZ

@@ -55,13 +55,10 @@ public:
     // the answer is complete already; else what the client is told in its place.
     std::optional<End> expire();
 
-    void setUser(const std::string& user);
-
     struct Summary {
         int status;
         std::size_t bytes;
         std::string text;
-        std::string user;
     };
     Summary summary() const;
 
@@ -78,7 +75,6 @@ private:
     HttpAnswer _answer;  // its body: what is not yet sent
     std::function<HttpAnswer()> _late;
     std::string _logText;
-    std::string _user;
     std::size_t _bodyBytes = 0;
     std::optional<End> _cutOff;
     bool _isStarted = false;

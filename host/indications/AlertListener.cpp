@@ -22,8 +22,8 @@ AlertListener::~AlertListener() {
 
 HttpServerOptions AlertListener::_options(const std::string& address, std::uint16_t port) {
     HttpServerOptions options;
-    options.address = address;
-    options.port = port;
+    options.listeners.front().address = address;
+    options.listeners.front().port = port;
     return options;
 }
 

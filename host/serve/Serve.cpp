@@ -50,8 +50,9 @@ std::string _logLine(const HttpLogRecord& record) {
 HttpServerOptions _options(const ServeRequest& request, Authenticator& authenticator,
                            const ServeOutput& output) {
     HttpServerOptions options;
-    options.address = request.address;
-    options.port = std::uint16_t(request.port);
+    HttpListener& listener = options.listeners.front();
+    listener.address = request.address;
+    listener.port = std::uint16_t(request.port);
     options.authenticate = [&authenticator](const Login& login, const TakeVerdict& later) {
         return authenticator.authenticate(login, later);
     };

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -15,16 +16,24 @@
 // A client that sends what it is told, byte by byte as given.
 class RawClient {
 public:
-    explicit RawClient(std::uint16_t port) : _socket(socket(AF_INET, SOCK_STREAM, 0)) {
-        const timeval patience{10, 0};
-        setsockopt(_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    // On loopback; `from` is an address of this machine.
+    explicit RawClient(std::uint16_t port, const char* from = "127.0.0.1") : RawClient(AF_INET) {
+        sockaddr_in own{};
+        own.sin_family = AF_INET;
+        inet_pton(AF_INET, from, &own.sin_addr);
+        EXPECT_EQ(0, bind(_socket, reinterpret_cast<const sockaddr*>(&own), sizeof own));
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_port = htons(port);
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        if (connect(_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-            ADD_FAILURE() << "no connection";
-        }
+        _connect(reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    }
+    // Of a Unix socket.
+    explicit RawClient(const std::string& path) : RawClient(AF_UNIX) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        _connect(reinterpret_cast<const sockaddr*>(&address), sizeof address);
     }
     ~RawClient() { close(_socket); }
     RawClient(const RawClient&) = delete;
@@ -64,6 +73,19 @@ public:
         return count < 0 && errno == ECONNRESET;
     }
 
+    int descriptor() const { return _socket; }
+
 private:
+    explicit RawClient(int family) : _socket(socket(family, SOCK_STREAM, 0)) {
+        const timeval patience{10, 0};
+        setsockopt(_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    }
+
+    void _connect(const sockaddr* address, socklen_t size) const {
+        if (connect(_socket, address, size) != 0) {
+            ADD_FAILURE() << "no connection";
+        }
+    }
+
     int _socket;
 };
