@@ -184,6 +184,7 @@ TEST(InProcessServer, EndsProvidersThatAskThemselves) {
 
 // As when the client is gone.
 TEST(InProcessServer, EndsAProviderFromWhichNobodyTakesAnyMore) {
+    const ScopedEnvironment endless("TEST_ENDLESS", "1");
     TestServer server;
     for (const char* name : {"TEST_Endless", "TEST_Threaded", "TEST_Several"}) {
         int taken = 0;

@@ -164,10 +164,11 @@ TEST(Schema, DerivesTheAlertsFromTheStandardOne) {
     }
 }
 
-TEST(Schema, RegistersExactlyWhatTheModuleAnswers) {
-    std::vector<std::string> expected = {"TAVIRA_ComputerSystemDetails", "TAVIRA_Lease",
-                                         "TAVIRA_Warranty", "TAVIRA_SerialNumberInformation",
-                                         "TAVIRA_FRU"};
+TEST(Schema, RegistersExactlyWhatTheModulesAnswer) {
+    std::vector<std::string> expected = {
+        "TAVIRA_ComputerSystemDetails",   "TAVIRA_Lease", "TAVIRA_Warranty",
+        "TAVIRA_SerialNumberInformation", "TAVIRA_FRU",   "TAVIRA_PhysicalDiskDrive",
+        "TAVIRA_RAIDController"};
     expected.insert(expected.end(), _vpdClasses.begin(), _vpdClasses.end());
     expected.insert(expected.end(), _stateClasses.begin(), _stateClasses.end());
     std::vector<std::string> served;

@@ -72,15 +72,16 @@ struct CallResult {
     }
 };
 
-// A server with the test module, or with the module that is shipped, and a client of it.
+// A server with the test module, or with those that are shipped, and a client of it.
 class TestCaller {
 public:
     enum Module { OfTests, Shipped };
 
     explicit TestCaller(Module module = OfTests, QZ::RequestHandler::Limits limits = {})
         : _providers(_schema(module),
-                     [module](const std::string&) {
-                         return module == OfTests ? TEST_MODULE : SHIPPED_MODULE;
+                     [module](const std::string& library) {
+                         return module == OfTests ? std::string(TEST_MODULE)
+                                                  : TAVQZ_BINARY_DIR "/lib/lib" + library + ".so";
                      }),
           handler(_providers, limits) {}
 
