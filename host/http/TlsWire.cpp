@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdint>
 #include <new>
 
 namespace QZ {
@@ -20,7 +19,7 @@ namespace {
 // OpenSSL's own writes to a socket end the process where the client is gone; these do not, and
 // never wait.
 int _writeSocket(BIO* bio, const char* from, int size) {
-    const auto socket = int(reinterpret_cast<std::intptr_t>(BIO_get_data(bio)));
+    const int socket = *static_cast<const int*>(BIO_get_data(bio));
     const ssize_t count = ::send(socket, from, std::size_t(size), MSG_DONTWAIT | MSG_NOSIGNAL);
     BIO_clear_retry_flags(bio);
     if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) {
@@ -30,7 +29,7 @@ int _writeSocket(BIO* bio, const char* from, int size) {
 }
 
 int _readSocket(BIO* bio, char* to, int size) {
-    const auto socket = int(reinterpret_cast<std::intptr_t>(BIO_get_data(bio)));
+    const int socket = *static_cast<const int*>(BIO_get_data(bio));
     const ssize_t count = ::recv(socket, to, std::size_t(size), MSG_DONTWAIT);
     BIO_clear_retry_flags(bio);
     if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)) {
@@ -61,12 +60,12 @@ const BIO_METHOD* _socketMethod() {
 class TlsWire : public HttpWire {
 public:
     TlsWire(int socket, SSL_CTX* context)
-        : HttpWire(socket), _connection(SSL_new(context), SSL_free) {
+        : HttpWire(socket), _descriptor(socket), _connection(SSL_new(context), SSL_free) {
         BIO* const bio = _connection ? BIO_new(_socketMethod()) : nullptr;
         if (!bio) {
             throw std::bad_alloc();
         }
-        BIO_set_data(bio, reinterpret_cast<void*>(std::intptr_t(socket)));
+        BIO_set_data(bio, &_descriptor);
         BIO_set_init(bio, 1);
         SSL_set_bio(_connection.get(), bio, bio);
         SSL_set_accept_state(_connection.get());
@@ -128,6 +127,7 @@ private:
         }
     }
 
+    int _descriptor;  // where OpenSSL's calls back find it
     const std::unique_ptr<SSL, decltype(&SSL_free)> _connection;
     bool _isBroken = false;  // then nothing more may be said, not even that it ends
 };
