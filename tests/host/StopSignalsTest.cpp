@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <pthread.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -41,8 +42,7 @@ TEST(StopSignals, AreTakenInsteadOfEndingTheProcess) {
 
 TEST(StopSignals, AreWaitedFor) {
     StopSignals signals;
-    const pthread_t waiting = pthread_self();
-    std::thread sender([&] { pthread_kill(waiting, SIGTERM); });
+    std::thread sender([] { EXPECT_EQ(kill(getpid(), SIGTERM), 0); });
     signals.wait();
     sender.join();
     EXPECT_TRUE(signals.isToldToStop());
