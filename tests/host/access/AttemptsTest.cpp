@@ -24,9 +24,9 @@ std::int64_t tryWhenAllowed(Attempts& attempts, ManualClock& clock) {
 TEST(Attempts, WaitTwiceAsLongEachTimeAndNotForever) {
     ManualClock clock;
     Attempts attempts;
-    std::vector<std::int64_t> waits;
-    for (int i = 0; i < 11; ++i) {
-        waits.push_back(tryWhenAllowed(attempts, clock));
+    std::vector<std::int64_t> waits(11);
+    for (std::int64_t& wait : waits) {
+        wait = tryWhenAllowed(attempts, clock);
     }
     EXPECT_EQ(
         (std::vector<std::int64_t>{0, 0, 0, 1000, 2000, 4000, 8000, 16000, 32000, 60000, 60000}),

@@ -129,9 +129,9 @@ TEST_F(AuthenticatorTest, DoesNotSlowWhoIsInAlready) {
 }
 
 TEST_F(AuthenticatorTest, AsksOnceForManyThatComeAtOnce) {
-    std::vector<std::future<Verdict>> all;
-    for (int i = 0; i < 20; ++i) {
-        all.push_back(start(login("slow", "right")));
+    std::vector<std::future<Verdict>> all(20);
+    for (auto& each : all) {
+        each = start(login("slow", "right"));
     }
     passwords->release.set_value();
     for (auto& each : all) {

@@ -110,9 +110,9 @@ TEST(HttpListener, LeavesRoomForOtherClients) {
     HttpServerOptions options;
     options.limits.connectionsPerClient = 2;
     const HttpServer server(options, _answer);
-    std::vector<std::unique_ptr<RawClient>> mine;
-    for (int i = 0; i < 2; ++i) {
-        mine.push_back(std::make_unique<RawClient>(server.port()));
+    std::vector<std::unique_ptr<RawClient>> mine(2);
+    for (auto& client : mine) {
+        client = std::make_unique<RawClient>(server.port());
     }
     EXPECT_THAT(RawClient(server.port()).receive(), StartsWith("HTTP/1.1 503 "));
     EXPECT_THAT(_ask(RawClient(server.port(), "127.0.0.2")), EndsWith("<127.0.0.2>"));
@@ -131,10 +131,10 @@ TEST(HttpListener, TakesConnectionsWhileEveryThreadIsHeldUp) {
     std::promise<void> end;
     const std::shared_future<void> ended = end.get_future().share();
     HttpServer server(options, [&](const HttpRequest&, HttpReply&) { ended.wait(); });
-    std::vector<std::unique_ptr<RawClient>> clients;
-    for (int i = 0; i < 10; ++i) {
-        clients.push_back(std::make_unique<RawClient>(server.port()));
-        clients.back()->send(LAST_REQUEST);
+    std::vector<std::unique_ptr<RawClient>> clients(10);
+    for (auto& client : clients) {
+        client = std::make_unique<RawClient>(server.port());
+        client->send(LAST_REQUEST);
     }
     end.set_value();
     for (const auto& client : clients) {
@@ -157,12 +157,12 @@ TEST(HttpListener, LetsHandlersMeetWhicheverClientsTheyServe) {
         }
     });
     // Every second connection only: all those that wait may belong to one share of the clients.
-    std::vector<std::unique_ptr<RawClient>> clients;
-    for (std::size_t i = 0; i < 2 * options.limits.workers; ++i) {
-        clients.push_back(std::make_unique<RawClient>(server.port()));
+    std::vector<std::unique_ptr<RawClient>> clients(2 * options.limits.workers);
+    for (auto& client : clients) {
+        client = std::make_unique<RawClient>(server.port());
         // Its place is certain once it was answered.
-        clients.back()->send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
-        clients.back()->receive("\r\n\r\n");
+        client->send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
+        client->receive("\r\n\r\n");
     }
     for (std::size_t i = 0; i < clients.size(); i += 2) {
         clients[i]->send("POST / HTTP/1.1\r\nHost: a\r\nX-Wait: 1\r\nContent-Length: 0\r\n\r\n");

@@ -260,9 +260,9 @@ TEST(HttpServer, LetsHandlersThatWaitForEachOtherMeet) {
         }
         echo(request, reply);
     });
-    std::vector<std::unique_ptr<RawClient>> clients;
-    for (std::size_t i = 0; i < limits.workers; ++i) {
-        clients.push_back(std::make_unique<RawClient>(server.port()));
+    std::vector<std::unique_ptr<RawClient>> clients(limits.workers);
+    for (auto& client : clients) {
+        client = std::make_unique<RawClient>(server.port());
     }
     // Again and again: the threads take their places anew each time.
     for (int round = 0; round < 20; ++round) {
