@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <map>
 #include <string>
+
+#include "JournalFile.h"
 
 namespace QZ {
 
@@ -18,10 +19,9 @@ public:
     bool checkForRedundantEvent(int type, int node, int index, int state);
 
 private:
-    void _load(const std::string& path);
     void _save(const std::string& path) const;
 
-    std::map<std::string, int> _states;
+    JournalStates _states;
     bool _isLoaded = false;
 };
 

@@ -3,7 +3,9 @@
 #include "EventJournal.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "TestMachine.h"
@@ -81,9 +83,31 @@ TEST_F(EventJournalTest, SkipsLinesThatAreNone) {
     EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
 }
 
-TEST_F(EventJournalTest, TakesAFileThatIsFarTooLongForNone) {
-    write("typ1|nod0|ind0 1\n" + std::string(1000000, '\n'));
+TEST_F(EventJournalTest, ReadsAFileOfAnyLengthToItsEnd) {
+    std::string text = std::string(1000000, '\n') + "typ1|nod0|ind0 1\n";
+    for (int node = 1; node <= 10000; ++node) {
+        text += "typ3|nod" + std::to_string(node) + "|ind0 5\n";
+    }
+    write(text + std::string(1000000, 'x') + " 1\ntyp2|nod0|ind0 1\n");
+    EXPECT_TRUE(isRedundant(1, 1));
+    EXPECT_TRUE(isRedundant(2, 1));
+    EXPECT_TRUE(journal.checkForRedundantEvent(3, 10000, 0, 5));
+    EXPECT_FALSE(isRedundant(1, 0));
+    const std::string written = file();
+    EXPECT_EQ(10002, std::count(written.begin(), written.end(), '\n'));
+}
+
+TEST_F(EventJournalTest, TakesLinesOf255CharactersAtMost) {
+    const std::string longest = std::string(253, 'k') + " 1";
+    write(longest + "\nk" + longest + "\n");
     EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ(longest + "\ntyp1|nod0|ind0 1\n", file());
+}
+
+TEST_F(EventJournalTest, WaitsForNoPipe) {
+    ASSERT_EQ(0, mkfifo(machine.folder().file("data/assetidprv.evt").c_str(), 0600));
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\n", file());
 }
 
 TEST_F(EventJournalTest, CatchesUpWhereItCouldNotBeWritten) {
