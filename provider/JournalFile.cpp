@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -19,6 +20,7 @@ namespace QZ {
 namespace {
 
 constexpr std::size_t _longestLine = 255;
+constexpr const char* _blanks = " \t\v\f\r";
 
 // A regular file only: opening a pipe would wait for its other end.
 Descriptor _openForReading(const std::string& path) {
@@ -29,15 +31,24 @@ Descriptor _openForReading(const std::string& path) {
     return file;
 }
 
-void _parseLine(const std::string& line, JournalStates& states) {
-    const std::size_t blank = line.find(' ');
-    if (line.size() > _longestLine || blank == 0 || blank == std::string::npos)
+// A word and a number, as scanf's "%s %d" reads them: what follows the number does not matter.
+void _parseLine(std::string_view line, JournalStates& states) {
+    if (line.size() > _longestLine)
         return;
+    const auto skipTo = [&line](std::size_t place) {
+        line.remove_prefix(std::min(place, line.size()));
+    };
+    line = line.substr(0, line.find('\0'));
+    skipTo(line.find_first_not_of(_blanks));
+    const std::string key(line.substr(0, line.find_first_of(_blanks)));
+    skipTo(key.size());
+    skipTo(line.find_first_not_of(_blanks));
+    if (line.size() > 1 && line[0] == '+' && line[1] != '-')
+        line.remove_prefix(1);
     int state = 0;
-    const char* const end = line.data() + line.size();
-    const auto [stop, error] = std::from_chars(line.data() + blank + 1, end, state);
-    if (error == std::errc() && stop == end)
-        states.emplace(line.substr(0, blank), state);
+    const auto [stop, error] = std::from_chars(line.data(), line.data() + line.size(), state);
+    if (error == std::errc())
+        states.emplace(key, state);
 }
 
 }  // namespace

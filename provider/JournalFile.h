@@ -10,9 +10,9 @@ namespace QZ {
 // The last state of each source of events, by the source's key.
 using JournalStates = std::map<std::string, int>;
 
-// Reads lines of "KEY STATE" from a file of any length; the first of a key counts. Lines that are
-// none, or longer than 255 characters, are left out; of a file that cannot be read, all. Never
-// throws for what it finds on disk.
+// Reads lines of "KEY STATE" from a file of any length, with any blanks before, between and after;
+// the first line of a key counts. Lines that are none, or longer than 255 characters, are left out;
+// of a file that cannot be read, all. Never throws for what it finds on disk.
 JournalStates readJournal(const std::string& path);
 
 // Writes one such line for each source, in the order of the keys. Throws Error.

@@ -11,8 +11,22 @@
 #include "FruProvider.h"
 #include "LogItem.h"
 
+// What OpenPegasus's SDK does not have it does not need either.
+#if __has_include(<tavqz/OtherCimLibrary.h>)
+#include <tavqz/OtherCimLibrary.h>
+#else
+namespace QZ {
+static bool refusesOtherCimLibrary(const char*) {
+    return false;
+}
+}  // namespace QZ
+#endif
+
 extern "C" PEGASUS_EXPORT Pegasus::CIMProvider* PegasusCreateProvider(
     const Pegasus::String& providerName) {
+    if (QZ::refusesOtherCimLibrary("libAssetIDProvider.so")) {
+        return nullptr;
+    }
     char logName[] = "AssetIDProvider.log";
     initLog(logName);
     if (Pegasus::String::equalNoCase(providerName, "AssetIDProvider")) {

@@ -74,13 +74,27 @@ TEST_F(EventJournalTest, KeepsTheFirstOfTwoLinesAndLinesOfOthers) {
 
 TEST_F(EventJournalTest, SkipsLinesThatAreNone) {
     write(
-        "\n \nword\n 1\ntyp1|nod0|ind0\ntyp1|nod0|ind0 one\ntyp1|nod0|ind0 1x\n"
-        "typ1|nod0|ind0 99999999999\n" +
+        "\n \nword\n 1\ntyp1|nod0|ind0\ntyp1|nod0|ind0 \ntyp1|nod0|ind0 one\n"
+        "typ1|nod0|ind0 +-1\ntyp1|nod0|ind0 + 1\ntyp1|nod0|ind0 99999999999\n" +
         std::string(300, 'x') + " 1\n" + std::string("\0\xFF 5 5\n", 7) + "typ2|nod0|ind0 1");
     EXPECT_TRUE(isRedundant(2, 1));
     EXPECT_TRUE(isRedundant(1, 0));
     EXPECT_FALSE(isRedundant(1, 1));
     EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+}
+
+TEST_F(EventJournalTest, ReadsLinesAsPeopleAndOtherEditorsWriteThem) {
+    for (const char* const line :
+         {"typ1|nod0|ind0 7", "typ1|nod0|ind0  7", "typ1|nod0|ind0\t7", " \ttyp1|nod0|ind0 7",
+          "typ1|nod0|ind0 +7", "typ1|nod0|ind0 007", "typ1|nod0|ind0 7\r", "typ1|nod0|ind0 7 \t",
+          "typ1|nod0|ind0 7x", "typ1|nod0|ind0 7 8", "typ1|nod0|ind0 7.5"}) {
+        write(std::string(line) + "\n");
+        EventJournal fresh;
+        EXPECT_TRUE(fresh.checkForRedundantEvent(1, 0, 0, 7)) << line;
+    }
+    write("typ1|nod0|ind0 -2147483648\r\ntyp2|nod0|ind0 2147483647\r\n");
+    EXPECT_TRUE(isRedundant(1, -2147483647 - 1));
+    EXPECT_TRUE(isRedundant(2, 2147483647));
 }
 
 TEST_F(EventJournalTest, ReadsAFileOfAnyLengthToItsEnd) {
