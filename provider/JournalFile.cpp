@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "Descriptor.h"
+#include "Error.h"
 #include "FileReplacement.h"
 
 namespace QZ {
@@ -22,9 +23,9 @@ namespace {
 constexpr std::size_t _longestLine = 255;
 constexpr const char* _blanks = " \t\v\f\r";
 
-// A regular file only: opening a pipe would wait for its other end.
-Descriptor _openForReading(const std::string& path) {
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+// None for anything else: a pipe would wait for its other end.
+Descriptor _openRegular(const std::string& path, int mode) {
+    Descriptor file(::open(path.c_str(), mode | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
         return Descriptor();
@@ -51,11 +52,25 @@ void _parseLine(std::string_view line, JournalStates& states) {
         states.emplace(key, state);
 }
 
+// Cut to its length last, so that a failed write loses as little as can be.
+bool _writeInPlace(const std::string& path, std::string_view text) {
+    const Descriptor file = _openRegular(path, O_WRONLY | O_NOFOLLOW);
+    const auto length = static_cast<off_t>(text.size());
+    while (!text.empty()) {
+        const ssize_t written = ::write(file.get(), text.data(), text.size());
+        if (written >= 0)
+            text.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            return false;
+    }
+    return ::ftruncate(file.get(), length) == 0 && ::fsync(file.get()) == 0;
+}
+
 }  // namespace
 
 JournalStates readJournal(const std::string& path) {
     JournalStates states;
-    const Descriptor file = _openForReading(path);
+    const Descriptor file = _openRegular(path, O_RDONLY);
     std::array<char, 4096> buffer{};
     std::string line;
     for (;;) {
@@ -86,7 +101,13 @@ void writeJournal(const std::string& path, const JournalStates& states) {
         text += std::to_string(state);
         text += '\n';
     }
-    replaceFile(path, text);
+    try {
+        replaceFile(path, text);
+    } catch (const Error&) {
+        // Its folder may be read-only, or full, where the file itself is not.
+        if (!_writeInPlace(path, text))
+            throw;
+    }
 }
 
 }  // namespace QZ

@@ -15,7 +15,8 @@ using JournalStates = std::map<std::string, int>;
 // of a file that cannot be read, all. Never throws for what it finds on disk.
 JournalStates readJournal(const std::string& path);
 
-// Writes one such line for each source, in the order of the keys. Throws Error.
+// Writes one such line for each source, in the order of the keys. A file that can be written to but
+// not replaced is written in place, and may be torn by a crash. Throws Error.
 void writeJournal(const std::string& path, const JournalStates& states);
 
 }  // namespace QZ

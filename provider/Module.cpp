@@ -8,19 +8,9 @@
 #include <tavqz/AccessHelpers.h>
 
 #include "AssetIDProvider.h"
+#include "CimLibraryCheck.h"
 #include "FruProvider.h"
 #include "LogItem.h"
-
-// What OpenPegasus's SDK does not have it does not need either.
-#if __has_include(<tavqz/OtherCimLibrary.h>)
-#include <tavqz/OtherCimLibrary.h>
-#else
-namespace QZ {
-static bool refusesOtherCimLibrary(const char*) {
-    return false;
-}
-}  // namespace QZ
-#endif
 
 extern "C" PEGASUS_EXPORT Pegasus::CIMProvider* PegasusCreateProvider(
     const Pegasus::String& providerName) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -132,4 +133,38 @@ TEST_F(EventJournalTest, CatchesUpWhereItCouldNotBeWritten) {
     std::filesystem::remove(path);
     EXPECT_FALSE(isRedundant(2, 1));
     EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+}
+
+// What a folder does that may not be written to.
+TEST_F(EventJournalTest, WritesInPlaceWhereTheFileCannotBeReplaced) {
+    write("typ1|nod0|ind0 -100\n");
+    machine.folder().write("data/assetidprv.evt.new/taken", "");
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\n", file());
+    EXPECT_FALSE(isRedundant(2, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\ntyp2|nod0|ind0 1\n", file());
+    EventJournal next;
+    EXPECT_TRUE(next.checkForRedundantEvent(2, 0, 0, 1));
+}
+
+TEST_F(EventJournalTest, WritesInAFolderThatIsReadOnly) {
+    namespace fs = std::filesystem;
+    write("typ1|nod0|ind0 0\n");
+    const std::string folder = machine.folder().file("data");
+    fs::permissions(folder, fs::perms::owner_read | fs::perms::owner_exec);
+    if (::access(folder.c_str(), W_OK) == 0) {
+        GTEST_SKIP() << "every folder can be written to by root";
+    }
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("typ1|nod0|ind0 1\n", file());
+    fs::permissions(folder, fs::perms::owner_all);
+}
+
+// Nothing is written through a link: who made it may not be who owns what it names.
+TEST_F(EventJournalTest, WritesNothingInPlaceThroughALink) {
+    const std::string other = machine.folder().write("other", "kept");
+    std::filesystem::create_symlink(other, machine.folder().file("data/assetidprv.evt"));
+    machine.folder().write("data/assetidprv.evt.new/taken", "");
+    EXPECT_FALSE(isRedundant(1, 1));
+    EXPECT_EQ("kept", machine.folder().read("other"));
 }
