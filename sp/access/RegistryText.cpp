@@ -96,34 +96,59 @@ RegistryValue RegistryText::find(std::string_view key, std::string_view valueNam
     return value;
 }
 
-// Where the entry ends whose data begin at `data`: behind a text's second "&", which may stand on a
-// later line than the first, else at the end of the line.
-std::size_t RegistryText::_entryEnd(std::size_t data) const {
-    std::size_t at = data;
-    if (_standsAt(_search, data, STRING_TYPE)) {
-        const std::size_t open = _search.find('&', data);
-        const bool opensHere = open < _search.find_first_of("\r\n", data);
-        const std::size_t close = opensHere ? _search.find('&', open + 1) : NPOS;
-        at = close == NPOS ? at : close;
+std::size_t RegistryText::_lineEndAt(const Range& section, std::size_t at) const {
+    return std::min(_search.find_first_of("\r\n", at), section.end);
+}
+
+// The "=" of the entry that begins with the line at `line`; NPOS where none does.
+std::size_t RegistryText::_entrySign(const Range& section, std::size_t line) const {
+    return std::string_view(_search).substr(0, _lineEndAt(section, line)).find('=', line);
+}
+
+bool RegistryText::_hasData(std::size_t sign) const {
+    return sign != NPOS &&
+           (_standsAt(_search, sign + 1, STRING_TYPE) || _standsAt(_search, sign + 1, NUMBER_TYPE));
+}
+
+// Where the entry with that "=" ends: with the line of a text's second "&", which may be a later
+// one than the first's. Not so where the section ends before, or where a line between begins an
+// entry of its own: the second "&" is missing then, and what follows is not this entry's to lose.
+std::size_t RegistryText::_entryEnd(const Range& section, std::size_t sign) const {
+    const std::size_t ownEnd = _lineEndAt(section, sign);
+    if (!_standsAt(_search, sign + 1, STRING_TYPE)) {
+        return ownEnd;
     }
-    return std::min(_search.find_first_of("\r\n", at), _search.size());
+    const std::string_view own = std::string_view(_search).substr(0, ownEnd);
+    const std::size_t open = own.find('&', sign);
+    const std::size_t close = open == own.npos ? NPOS : _search.find('&', open + 1);
+    if (close >= section.end) {
+        return ownEnd;
+    }
+    std::size_t end = ownEnd;
+    while (end < close) {
+        if (_hasData(_entrySign(section, end + 1))) {
+            return ownEnd;
+        }
+        end = _lineEndAt(section, end + 1);
+    }
+    return end;
 }
 
 bool RegistryText::_entry(const Range& section, std::string_view name, Range& entry) const {
     const std::string wanted = lowerCased(_bareName(name));
     std::size_t line = section.begin;
     while (line < section.end) {
-        const std::size_t sign = _search.find('=', line);
-        std::size_t end = std::min(_search.find_first_of("\r\n", line), section.end);
-        if (sign < end) {
-            end = std::min(_entryEnd(sign + 1), section.end);
+        const std::size_t sign = _entrySign(section, line);
+        std::size_t end = _lineEndAt(section, line);
+        if (sign != NPOS) {
+            end = _entryEnd(section, sign);
             const auto found = std::string_view(_search).substr(line, sign - line);
             if (_bareName(found) == wanted) {
                 entry = {line, end};
                 return true;
             }
         }
-        line = std::max(end, line) + 1;
+        line = end + 1;
     }
     return false;
 }

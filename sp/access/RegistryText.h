@@ -48,7 +48,10 @@ private:
 
     bool _section(std::string_view key, Range& section) const;
     bool _entry(const Range& section, std::string_view name, Range& entry) const;
-    std::size_t _entryEnd(std::size_t data) const;
+    std::size_t _lineEndAt(const Range& section, std::size_t at) const;
+    std::size_t _entrySign(const Range& section, std::size_t line) const;
+    bool _hasData(std::size_t sign) const;
+    std::size_t _entryEnd(const Range& section, std::size_t sign) const;
     void _replace(const Range& range, const std::string& with);
 
     std::string _text;

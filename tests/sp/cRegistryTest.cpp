@@ -282,6 +282,35 @@ TEST_F(RegistryTest, ReplacesATextThatRunsOverLines) {
     EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string&three&\nw=dword:1\n");
 }
 
+// Its reader runs on to the next "&", wherever that stands; whoever replaces it takes its line
+// only.
+TEST_F(RegistryTest, KeepsTheNextSectionBehindATextThatDoesNotEnd) {
+    const std::string next = "\n[hkey_local_machine\\b]\nw=string&kept&\n";
+    write("[hkey_local_machine\\a]\nv=string&open\n" + next);
+    cRegistry registry = open();
+    EXPECT_EQ(find(registry, "a", "v"), "text:open\n\n[hkey_local_machine\\b]\nw=string");
+    EXPECT_EQ(write(registry, "a", "v=string&one&"), 1);
+    EXPECT_EQ(registry.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string&one&\n" + next);
+}
+
+TEST_F(RegistryTest, KeepsTheNextEntriesBehindATextThatDoesNotEnd) {
+    const std::string next = "w=string&kept&\nx=dword:00000001\n";
+    write("[hkey_local_machine\\a]\nv=string&open\n" + next);
+    cRegistry registry = open();
+    EXPECT_EQ(write(registry, "a", "v=string&one&"), 1);
+    EXPECT_EQ(registry.UpdateRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string&one&\n" + next);
+}
+
+TEST_F(RegistryTest, ReplacesAnEntryBehindATextThatDoesNotEnd) {
+    write("[hkey_local_machine\\a]\nv=string&open\nw=string&two&\n");
+    cRegistry registry = open();
+    EXPECT_EQ(write(registry, "a", "w=string&three&"), 1);
+    EXPECT_EQ(registry.CloseRegData(), 1);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=string&open\nw=string&three&\n");
+}
+
 TEST_F(RegistryTest, ReplacesAnEntryBehindATextThatDoesNotBegin) {
     write("[hkey_local_machine\\a]\nv=string\n");
     cRegistry registry = open();
