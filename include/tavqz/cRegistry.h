@@ -42,10 +42,10 @@ public:
     int GetRegInfo(char* key, char* valueName, unsigned long* number, unsigned char* text);
 
     // Changes the content, not yet the file; 1, or 0 where something is null, the data is neither
-    // "string&TEXT&" nor "dword:" with 1 to 8 hexadecimal digits, or a name or the data would
-    // break the layout. The entry with exactly that name is replaced, its line alone where a text's
-    // second "&" is missing; a new one goes to the end of its section, a new section to the end of
-    // the file.
+    // "string&TEXT&" nor "dword:" with 1 to 8 hexadecimal digits (eight are written), or a name or
+    // the data would break the layout. The entry with exactly that name is replaced, its line alone
+    // where a text's second "&" is missing; a new one goes to the end of its section, a new section
+    // to the end of the file.
     int UpdateRegInfo(char* key, char* valueName, char* data);
     // The same with the whole entry, "NAME=string&TEXT&" or "NAME=dword:DIGITS".
     int WriteRegInfo(char* key, char* entry);

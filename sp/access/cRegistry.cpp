@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t MAX_FILE = std::size_t(16) << 20;
 constexpr std::string_view TEXT_DATA = "string&";
 constexpr std::string_view NUMBER_DATA = "dword:";
+constexpr std::size_t NUMBER_DIGITS = 8;
 
 bool _isData(std::string_view data) {
     const std::string lower = QZ::lowerCased(data);
@@ -32,8 +33,17 @@ bool _isData(std::string_view data) {
         return false;
     }
     const std::string digits = lower.substr(NUMBER_DATA.size());
-    return !digits.empty() && digits.size() <= 8 &&
+    return !digits.empty() && digits.size() <= NUMBER_DIGITS &&
            digits.find_first_not_of("0123456789abcdef") == digits.npos;
+}
+
+// As the file's layout has it: a number with all its digits.
+std::string _fullData(std::string data) {
+    const std::size_t digits = data.size() - NUMBER_DATA.size();
+    if (QZ::lowerCased(data).rfind(NUMBER_DATA, 0) == 0 && digits < NUMBER_DIGITS) {
+        data.insert(NUMBER_DATA.size(), NUMBER_DIGITS - digits, '0');
+    }
+    return data;
 }
 
 // Whether a text can stand in a line without being taken for something else.
@@ -128,7 +138,7 @@ int cRegistry::UpdateRegInfo(char* key, char* valueName, char* data) {
         if (!_fits(key, "]") || !_fits(valueName, "=&") || !_fits(data, "") || !_isData(data)) {
             return 0;
         }
-        _content->text.set(key, valueName, data);
+        _content->text.set(key, valueName, _fullData(data));
         _content->isChanged = true;
         return 1;
     });

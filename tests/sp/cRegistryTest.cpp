@@ -228,10 +228,21 @@ TEST_F(RegistryTest, ReplacesAnEntryInItsPlace) {
               "[HKEY_LOCAL_MACHINE\\Software\\Agent]\n"
               "FullName=string&The Agent&\n"
               "name=string&New Name&\n"
-              "level=dword:7\n"
+              "level=dword:00000007\n"
               "\n"
               "[HKEY_LOCAL_MACHINE\\Software\\Agent\\Ports]\n"
               "Http=dword:0000170c\n");
+}
+
+TEST_F(RegistryTest, WritesEightDigitsOfANumber) {
+    write(AGENT);
+    cRegistry registry = open();
+    EXPECT_EQ(write(registry, "k", "a=DWord:fF"), 1);
+    EXPECT_EQ(write(registry, "k", "b=dword:89ABCDEF"), 1);
+    EXPECT_EQ(registry.CloseRegData(), 1);
+    EXPECT_EQ(file(), AGENT + std::string("[hkey_local_machine\\k]\n"
+                                          "a=DWord:000000fF\n"
+                                          "b=dword:89ABCDEF\n"));
 }
 
 TEST_F(RegistryTest, AddsAnEntryAtTheEndOfItsSection) {
@@ -244,34 +255,38 @@ TEST_F(RegistryTest, AddsAnEntryAtTheEndOfItsSection) {
 }
 
 TEST_F(RegistryTest, LeavesTheRestAloneWhereItAddsAnEntry) {
-    const std::string rest = "\n[hkey_local_machine\\b]\nw=dword:2";
-    write("[hkey_local_machine\\a]\nv=dword:1\n" + rest);
+    const std::string rest = "\n[hkey_local_machine\\b]\nw=dword:00000002";
+    write("[hkey_local_machine\\a]\nv=dword:00000001\n" + rest);
     cRegistry first = open();
     EXPECT_EQ(write(first, "a", "x=dword:3"), 1);
     EXPECT_EQ(first.CloseRegData(), 1);
-    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:1\nx=dword:3\n" + rest);
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:00000001\nx=dword:00000003\n" + rest);
     cRegistry last = open();
     EXPECT_EQ(write(last, "b", "y=dword:4"), 1);
     EXPECT_EQ(last.CloseRegData(), 1);
-    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:1\nx=dword:3\n" + rest + "\ny=dword:4\n");
+    EXPECT_EQ(file(), "[hkey_local_machine\\a]\nv=dword:00000001\nx=dword:00000003\n" + rest +
+                          "\ny=dword:00000004\n");
 }
 
 TEST_F(RegistryTest, AddsAnEntryBeforeAHeaderOnTheLastOnesLine) {
-    write("[hkey_local_machine\\a]v=dword:1 [hkey_local_machine\\b]\n");
+    write("[hkey_local_machine\\a]v=dword:00000001 [hkey_local_machine\\b]\n");
     cRegistry registry = open();
     EXPECT_EQ(write(registry, "a", "w=dword:2"), 1);
     EXPECT_EQ(write(registry, "a", "w=dword:3"), 1);
     EXPECT_EQ(registry.CloseRegData(), 1);
-    EXPECT_EQ(file(), "[hkey_local_machine\\a]v=dword:1 \nw=dword:3\n[hkey_local_machine\\b]\n");
+    EXPECT_EQ(
+        file(),
+        "[hkey_local_machine\\a]v=dword:00000001 \nw=dword:00000003\n[hkey_local_machine\\b]\n");
 }
 
 TEST_F(RegistryTest, AddsASectionAtTheEndOfTheFile) {
-    write("[hkey_local_machine\\a]\r\nv=dword:1");
+    write("[hkey_local_machine\\a]\r\nv=dword:00000001");
     cRegistry registry = open();
     EXPECT_EQ(write(registry, "b", "w=dword:2"), 1);
     EXPECT_EQ(registry.CloseRegData(), 1);
     EXPECT_EQ(file(),
-              "[hkey_local_machine\\a]\r\nv=dword:1\r\n[hkey_local_machine\\b]\r\nw=dword:2\r\n");
+              "[hkey_local_machine\\a]\r\nv=dword:00000001\r\n[hkey_local_machine\\b]\r\nw=dword:"
+              "00000002\r\n");
 }
 
 TEST_F(RegistryTest, ReplacesATextThatRunsOverLines) {
