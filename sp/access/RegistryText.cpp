@@ -21,15 +21,6 @@ bool _standsAt(const std::string& text, std::size_t at, std::string_view what) {
     return text.compare(at, what.size(), what) == 0;
 }
 
-// Without blanks, tabs and quotes around it.
-std::string_view _bareName(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t\"");
-    if (first == text.npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(" \t\"") - first + 1);
-}
-
 }  // namespace
 
 std::string lowerCased(std::string_view text) {
@@ -37,6 +28,14 @@ std::string lowerCased(std::string_view text) {
     std::transform(result.begin(), result.end(), result.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
     return result;
+}
+
+std::string_view bareName(std::string_view name) {
+    const std::size_t first = name.find_first_not_of(" \t\"");
+    if (first == name.npos) {
+        return {};
+    }
+    return name.substr(first, name.find_last_not_of(" \t\"") - first + 1);
 }
 
 RegistryText::RegistryText(std::string text)
@@ -135,7 +134,7 @@ std::size_t RegistryText::_entryEnd(const Range& section, std::size_t sign) cons
 }
 
 bool RegistryText::_entry(const Range& section, std::string_view name, Range& entry) const {
-    const std::string wanted = lowerCased(_bareName(name));
+    const std::string wanted = lowerCased(bareName(name));
     std::size_t line = section.begin;
     while (line < section.end) {
         const std::size_t sign = _entrySign(section, line);
@@ -143,7 +142,7 @@ bool RegistryText::_entry(const Range& section, std::string_view name, Range& en
         if (sign != NPOS) {
             end = _entryEnd(section, sign);
             const auto found = std::string_view(_search).substr(line, sign - line);
-            if (_bareName(found) == wanted) {
+            if (bareName(found) == wanted) {
                 entry = {line, end};
                 return true;
             }

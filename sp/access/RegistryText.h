@@ -11,6 +11,9 @@ namespace QZ {
 // The text with the letters A to Z in lower case, whatever the locale: as long as it was.
 std::string lowerCased(std::string_view text);
 
+// A value's name without blanks, tabs and quotes around it, which tell no name from another.
+std::string_view bareName(std::string_view name);
+
 // A value as it was found.
 struct RegistryValue {
     enum Kind { None, Text, Number };

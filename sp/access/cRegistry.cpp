@@ -135,7 +135,8 @@ int cRegistry::UpdateRegInfo(char* key, char* valueName, char* data) {
         return 0;
     }
     return _guarded(0, [&] {
-        if (!_fits(key, "]") || !_fits(valueName, "=&") || !_fits(data, "") || !_isData(data)) {
+        if (!_fits(key, "]") || !_fits(valueName, "=&") || !_fits(data, "") || !_isData(data) ||
+            QZ::bareName(valueName).empty()) {
             return 0;
         }
         _content->text.set(key, valueName, _fullData(data));

@@ -340,6 +340,8 @@ TEST_F(RegistryTest, RefusesWhatWouldBreakTheLayout) {
     cRegistry registry = open();
     EXPECT_EQ(write(registry, "k", "v"), 0);
     EXPECT_EQ(write(registry, "k", "=dword:1"), 0);
+    EXPECT_EQ(write(registry, "k", " =dword:1"), 0);
+    EXPECT_EQ(write(registry, "k", "\" \t\"=dword:1"), 0);
     EXPECT_EQ(write(registry, "k", "v=dword:"), 0);
     EXPECT_EQ(write(registry, "k", "v=dword:123456789"), 0);
     EXPECT_EQ(write(registry, "k", "v=dword:0x1"), 0);
