@@ -20,7 +20,7 @@ ipmiEvent event(std::uint32_t readingType, std::uint32_t sensorType, std::uint32
     return event;
 }
 
-void print(const ipmiEvent& event) {
+void print(ipmiEvent event) {
     const SystemEventRecord record(&event);
     // A key for a catalogue of display texts; empty, or a blank, where there is none.
     std::cout << "sensor [" << record.getSensorTypeCodeString() << "] type ["

@@ -34,8 +34,8 @@ static_assert(sizeof(ipmiEvent) == 48 && sizeof(double) == 8);
 // for want of memory, and objects share nothing.
 class TAVQZ_EXPORT SystemEventRecord {
 public:
-    // Copies all twelve words; null makes a record of zeros.
-    explicit SystemEventRecord(const ipmiEvent* event);
+    // Copies all twelve words, and only reads them; null makes a record of zeros.
+    explicit SystemEventRecord(ipmiEvent* event);
 
     // "IPMI_STC_" and the sensor type's short name; empty for a type without a key.
     std::string getSensorTypeCodeString() const;

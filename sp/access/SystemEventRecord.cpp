@@ -28,7 +28,7 @@ bool _isUnknown(const ipmiEvent& event) {
 
 }  // namespace
 
-SystemEventRecord::SystemEventRecord(const ipmiEvent* event) : _event() {
+SystemEventRecord::SystemEventRecord(ipmiEvent* event) : _event() {
     if (event) {
         _event = *event;
     }
@@ -56,6 +56,7 @@ std::string SystemEventRecord::getEventString() const {
         key = isSpecific ? "IPMI_EVENT_STC_" : "IPMI_EVENT_ERC_";
         key.append(names.group).append("_").append(name);
     }
+    // Never empty: a key that is not found is a blank, and told as one.
     QZ::logItem(LOG_TAG, "The eventstring is [" + key + "]");
     return key;
 }

@@ -59,7 +59,7 @@ std::set<std::string> exportedSymbols() {
 const std::set<std::string> interfaceSymbols{
     "IncrementLibraryUsageCount",
     "StartThread",
-    "SystemEventRecord::SystemEventRecord(ipmiEvent const*)",
+    "SystemEventRecord::SystemEventRecord(ipmiEvent*)",
     "SystemEventRecord::getData0String[abi:cxx11]() const",
     "SystemEventRecord::getData1String[abi:cxx11]() const",
     "SystemEventRecord::getEventReadingCodeString[abi:cxx11]() const",
