@@ -11,7 +11,7 @@
 
 namespace {
 
-// An event as most of the log's records have it; numbers are the IPMI specification's.
+// An event as most of the log's records have it; numbers are those of IPMI 2.0.
 ipmiEvent event(std::uint32_t readingType, std::uint32_t sensorType, std::uint32_t offset) {
     ipmiEvent event{};
     event.eventReadingType = readingType;

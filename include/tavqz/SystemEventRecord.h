@@ -9,7 +9,7 @@
 #include "tavqz/Export.h"
 
 // One decoded event of a System Event Log, as a device library fills it: twelve 32-bit words in
-// the machine's byte order. Codes and offsets are those of the IPMI specification's tables.
+// the machine's byte order. Codes are those of IPMI 2.0, tables 42-1 and 42-3.
 struct ipmiEvent {
     std::uint32_t carried[4];        // the library's own
     std::uint32_t eventOffset;       // in the reading type's or the sensor type's list, from 0

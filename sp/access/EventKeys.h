@@ -7,9 +7,9 @@
 
 namespace QZ {
 
-// The short names that catalogue keys of IPMI events are made of, by the codes of the IPMI
-// specification: "Event/Reading Type Code Ranges", "Generic Event/Reading Type Codes" and "Sensor
-// Type Codes". Constant tables; any thread may ask.
+// The short names that catalogue keys of IPMI events are made of, by the codes of IPMI 2.0,
+// tables 42-1 (event/reading types), 42-2 (their offsets) and 42-3 (sensor types). Constant tables;
+// any thread may ask.
 
 constexpr std::uint32_t READING_TYPE_UNSPECIFIED = 0;
 constexpr std::uint32_t READING_TYPE_SENSOR_SPECIFIC = 111;
