@@ -59,11 +59,31 @@ TEST_F(Sel, ShowsTheBytesOfWhatItDoesNotKnow) {
 }
 
 TEST_F(Sel, SpeaksTheLanguageOfTheEnvironment) {
-    const ScopedEnvironment language("LC_ALL", "de_AT.UTF-8");
-    const std::string table = _sel("rack-server").out;
-    EXPECT_THAT(table, HasSubstr("30 s nach dem Start"));
-    EXPECT_THAT(table, HasSubstr("Obere kritische Schwelle überschritten (aufgehoben)"));
-    EXPECT_THAT(table, HasSubstr("Speicher #0x30"));
+    struct {
+        const char* locale;
+        const char* sinceStart;
+        const char* ended;
+        const char* sensor;
+    } constexpr languages[] = {
+        {"en_GB.UTF-8", "30 s after start", "Upper critical, going high (deasserted)",
+         "Memory #0x30"},
+        {"de_AT.UTF-8", "30 s nach dem Start",
+         "Obere kritische Schwelle überschritten (aufgehoben)", "Speicher #0x30"},
+        {"fr_CA.UTF-8", "30 s après le démarrage", "Seuil supérieur critique, en hausse (fin)",
+         "Mémoire #0x30"},
+        {"es_MX.UTF-8", "30 s tras el arranque", "Umbral superior crítico, en ascenso (fin)",
+         "Memoria #0x30"},
+        {"ja_JP.UTF-8", "起動後 30 秒", "上限のクリティカルしきい値を上回りました (アサート解除)",
+         "メモリー #0x30"},
+        {"zh_CN.UTF-8", "启动后 30 秒", "高于严重上限 (已清除)", "内存 #0x30"},
+    };
+    for (const auto& language : languages) {
+        const ScopedEnvironment environment("LC_ALL", language.locale);
+        const std::string table = _sel("rack-server").out;
+        EXPECT_THAT(_line(table, "1"), HasSubstr(language.sinceStart)) << language.locale;
+        EXPECT_THAT(_line(table, "3"), HasSubstr(language.ended)) << language.locale;
+        EXPECT_THAT(_line(table, "7"), HasSubstr(language.sensor)) << language.locale;
+    }
 }
 
 TEST_F(Sel, WritesOnlyTheBytesWhenTheyAreAskedFor) {
