@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
 
-// server-rounds URL SECONDS: writes and reads a lease through a CIM server for so long, at full
-// speed, while others do the same to the same file. Prints the rounds; says what was not whole, or
-// was refused, and ends with 1 then.
+// server-rounds URL SECONDS: writes and reads a lease and the personalised pairs through a CIM
+// server for so long, at full speed, while others do the same to the same file. Prints the rounds;
+// says what was not whole, or was refused, and ends with 1 then.
 
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
@@ -26,6 +26,11 @@ using namespace Pegasus;
 namespace {
 
 constexpr const char* LEASE = "TAVIRA_Lease.Identifier=\"TAVIRA|CorvanaAgent|Lease\"";
+constexpr const char* DETAILS = "TAVIRA_ComputerSystemDetails";
+constexpr const char* PAIRS[] = {"PersonalizedLabel1", "PersonalizedData1",  "PersonalizedLabel2",
+                                 "PersonalizedData2",  "PersonalizedLabel3", "PersonalizedData3",
+                                 "PersonalizedLabel4", "PersonalizedData4",  "PersonalizedLabel5",
+                                 "PersonalizedData5"};
 
 template <class Value>
 Value valueOf(const CIMInstance& instance, const char* name) {
@@ -36,6 +41,31 @@ Value valueOf(const CIMInstance& instance, const char* name) {
     Value value;
     instance.getProperty(at).getValue().get(value);
     return value;
+}
+
+void requireStamped(const CIMInstance& instance, const char* name) {
+    const std::string text = QZ::make_string(valueOf<String>(instance, name));
+    if (!isStampedText(text.c_str())) {
+        throw std::runtime_error(std::string("torn ") + name + " \"" + text + "\"");
+    }
+}
+
+// The pairs are replaced together.
+void passPairs(QZ::Operations& server, const CIMObjectPath& details, unsigned round) {
+    CIMInstance modified{CIMName(DETAILS)};
+    modified.setPath(details);
+    Array<CIMName> names;
+    for (const char* const name : PAIRS) {
+        char text[STAMPED_SIZE];
+        writeStampedText(text, "cim", round * 3571 + names.size());
+        modified.addProperty(CIMProperty(CIMName(name), CIMValue(String(text))));
+        names.append(CIMName(name));
+    }
+    server.modifyInstance(modified, CIMPropertyList(names));
+    const CIMInstance found = server.getInstance(details);
+    for (const char* const name : PAIRS) {
+        requireStamped(found, name);
+    }
 }
 
 void passRound(QZ::Operations& server, unsigned round) {
@@ -51,10 +81,7 @@ void passRound(QZ::Operations& server, unsigned round) {
     server.modifyInstance(modified, CIMPropertyList(names));
 
     const CIMInstance found = server.getInstance(CIMObjectPath(LEASE));
-    const std::string lessor = QZ::make_string(valueOf<String>(found, "Lessor"));
-    if (!isStampedText(lessor.c_str())) {
-        throw std::runtime_error("torn lessor \"" + lessor + "\"");
-    }
+    requireStamped(found, "Lessor");
     const Uint32 buyout = valueOf<Uint32>(found, "Buyout");
     if (!isStampedNumber(buyout)) {
         throw std::runtime_error("torn buyout " + std::to_string(buyout));
@@ -69,9 +96,11 @@ int main(int count, char** arguments) {
     try {
         const long seconds = count == 3 ? std::strtol(arguments[2], nullptr, 10) : 0;
         QZ::RemoteServer server(QZ::parseServerUrl(count == 3 ? arguments[1] : ""));
+        const CIMObjectPath details = server.enumerateInstanceNames(CIMObjectPath(DETAILS)).at(0);
         for (const std::time_t end = std::time(nullptr) + seconds; std::time(nullptr) < end;) {
             const auto start = std::chrono::steady_clock::now();
-            passRound(server, round++);
+            passRound(server, round);
+            passPairs(server, details, round++);
             longest = std::max(longest, std::chrono::steady_clock::now() - start);
         }
     } catch (const Exception& refused) {
