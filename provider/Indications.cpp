@@ -29,9 +29,17 @@ void AssetIDProvider::enableIndications(IndicationResponseHandler& handler) {
         // One is left where another provider's disabling brought the count to 0.
         _stopThread();
         _indicationHandler = &handler;
-        _indicationThread = std::make_unique<AssetIDIndicationThread>();
-        _indicationThread->start(this);
-        handler.processing();
+        try {
+            _indicationThread = std::make_unique<AssetIDIndicationThread>();
+            _indicationThread->start(this);
+            handler.processing();
+        } catch (...) {
+            // Nobody disables what could not be enabled.
+            _stopThread();
+            _indicationHandler = nullptr;
+            --_refCnt;
+            throw;
+        }
     });
 }
 

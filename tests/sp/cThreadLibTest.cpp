@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "ManualClock.h"
+#include "NoRoomForThreads.h"
 #include "tavqz/AccessHelpers.h"
 
 namespace {
@@ -148,23 +149,6 @@ TEST_F(Threads, DestructorCloses) {
     }
     EXPECT_TRUE(_work.ended);
 }
-
-// While alive, new threads ask for a stack that no machine has.
-class NoRoomForThreads {
-public:
-    NoRoomForThreads() {
-        pthread_getattr_default_np(&_before);
-        pthread_attr_t huge = _before;
-        pthread_attr_setstacksize(&huge, ~std::size_t{0} / 4 * 3);
-        pthread_setattr_default_np(&huge);
-    }
-    ~NoRoomForThreads() { pthread_setattr_default_np(&_before); }
-    NoRoomForThreads(const NoRoomForThreads&) = delete;
-    NoRoomForThreads& operator=(const NoRoomForThreads&) = delete;
-
-private:
-    pthread_attr_t _before{};
-};
 
 TEST_F(Threads, StartSaysTwoWhenThereIsNoThread) {
     const NoRoomForThreads full;
