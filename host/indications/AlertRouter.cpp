@@ -209,8 +209,9 @@ void AlertRouter::connect(const SubscriptionTerms& terms) {
 }
 
 void AlertRouter::disconnect(const SubscriptionTerms& terms) {
-    _setActive([&](Active& active) { active.erase(_key(terms)); });
+    // Last, for a provider may send something while it is disabled, and never again.
     _unsubscribe(terms);
+    _setActive([&](Active& active) { active.erase(_key(terms)); });
 }
 
 // Called by a provider, through whose code nothing is thrown.

@@ -42,7 +42,8 @@ public:
     // nobody. One that is disabled is left alone.
     void connect(const SubscriptionTerms& terms);
 
-    // What a provider throws at that is told to the log.
+    // Alerts that a provider sends until it is disabled are delivered. What it throws at that is
+    // told to the log.
     void disconnect(const SubscriptionTerms& terms);
 
 private:

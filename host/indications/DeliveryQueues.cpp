@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "DeliveryQueues.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <exception>
 #include <utility>
@@ -39,6 +40,28 @@ public:
         _isWorking = true;
     }
 
+    // Lets it end, with a word on why in what is logged.
+    void end(const char* why) {
+        if (_endsFor != nullptr) {
+            return;
+        }
+        _endsFor = why;
+        _lastAttempts = Clock::current().milliseconds() + LAST_ATTEMPTS;
+        _ending.notify_all();
+        if (!waiting.empty()) {
+            tryToWork();
+        }
+    }
+
+    // Where there is no thread to be had, the next alert tries again.
+    void tryToWork() {
+        try {
+            work();
+        } catch (const std::exception& error) {
+            _owner._log(_name(waiting.back()) + ": waits: " + error.what());
+        }
+    }
+
     // Waits for a thread that is at its end, or is told to come to it.
     void join() {
         if (_worker) {
@@ -46,10 +69,17 @@ public:
         }
     }
 
+    // What still waits when it has ended.
+    void giveUp() {
+        for (const Alert& alert : waiting) {
+            _owner._log(_name(alert) + ": given up: " + _endsFor);
+        }
+        waiting.clear();
+    }
+
     bool isWorking() const { return _isWorking; }
 
     std::deque<Alert> waiting;
-    std::condition_variable stopping;
 
 private:
     class Worker : public Thread {
@@ -62,17 +92,24 @@ private:
 
     void _work() {
         std::unique_lock<std::mutex> lock(_owner._mutex);
-        while (!waiting.empty() && !_owner._isStopping) {
+        while (!waiting.empty() && !_isOver()) {
             const Alert alert = std::move(waiting.front());
             waiting.pop_front();
             _deliver(alert, lock);
         }
+        giveUp();
         _isWorking = false;
+    }
+
+    bool _isOver() const {
+        return _endsFor != nullptr &&
+               (_hasFailedAtEnd || Clock::current().milliseconds() >= _lastAttempts);
     }
 
     void _deliver(const Alert& alert, std::unique_lock<std::mutex>& lock) {
         std::string reason;
-        for (unsigned attempt = 1; attempt <= ATTEMPTS && !_owner._isStopping; ++attempt) {
+        for (unsigned attempt = 1; attempt <= ATTEMPTS; ++attempt) {
+            const bool isAtEnd = _endsFor != nullptr;
             lock.unlock();
             const Outcome outcome = _attempt(alert, reason);
             lock.lock();
@@ -83,8 +120,12 @@ private:
                 _owner._log(_name(alert) + ": refused: " + reason);
                 return;
             }
+            _hasFailedAtEnd = isAtEnd;
             if (attempt < ATTEMPTS) {
                 _wait(WAITS[attempt - 1], lock);
+            }
+            if (_endsFor != nullptr) {
+                break;
             }
         }
         _owner._log(_name(alert) + ": given up: " + reason);
@@ -110,15 +151,19 @@ private:
     void _wait(unsigned milliseconds, std::unique_lock<std::mutex>& lock) {
         Clock& clock = Clock::current();
         const std::int64_t end = clock.milliseconds() + milliseconds;
-        for (std::int64_t left = milliseconds; left > 0 && !_owner._isStopping;
+        for (std::int64_t left = milliseconds; left > 0 && _endsFor == nullptr;
              left = end - clock.milliseconds()) {
-            clock.wait(stopping, lock, unsigned(left));
+            clock.wait(_ending, lock, unsigned(left));
         }
     }
 
     DeliveryQueues& _owner;
     std::unique_ptr<Worker> _worker;
     bool _isWorking = false;
+    std::condition_variable _ending;
+    const char* _endsFor = nullptr;  // null as long as it does not
+    std::int64_t _lastAttempts = 0;  // the moment until which they begin
+    bool _hasFailedAtEnd = false;
 };
 
 DeliveryQueues::DeliveryQueues(Send send, Log log) : _send(std::move(send)), _log(std::move(log)) {}
@@ -127,15 +172,14 @@ DeliveryQueues::~DeliveryQueues() {
     {
         const std::lock_guard<std::mutex> lock(_mutex);
         _isStopping = true;
-        for (const auto& [destination, queue] : _queues) {
-            queue->stopping.notify_all();
+        for (auto& [destination, queue] : _queues) {
+            queue->end("the server stops");
+            _forgotten.push_back(std::move(queue));
         }
     }
-    for (const auto& [destination, queue] : _queues) {
+    for (const auto& queue : _forgotten) {
         queue->join();
-        for (const Alert& alert : queue->waiting) {
-            _log(_name(alert) + ": given up: the server stops");
-        }
+        queue->giveUp();
     }
 }
 
@@ -144,6 +188,7 @@ void DeliveryQueues::push(const std::string& destination, Alert alert) {
     if (_isStopping) {
         return;
     }
+    _removeEnded();
     auto& queue = _queues[destination];
     if (!queue) {
         queue = std::make_unique<Queue>(*this);
@@ -153,25 +198,28 @@ void DeliveryQueues::push(const std::string& destination, Alert alert) {
         queue->waiting.pop_front();
     }
     queue->waiting.push_back(std::move(alert));
-    try {
-        queue->work();
-    } catch (const std::exception& error) {
-        // The next alert tries again.
-        _log(_name(queue->waiting.back()) + ": waits: " + error.what());
-    }
+    queue->tryToWork();
 }
 
 void DeliveryQueues::forget(const std::string& destination) {
     const std::lock_guard<std::mutex> lock(_mutex);
     const auto found = _queues.find(destination);
-    if (found == _queues.end()) {
-        return;
-    }
-    found->second->waiting.clear();
-    if (!found->second->isWorking()) {
-        found->second->join();
+    if (found != _queues.end()) {
+        found->second->end("the destination is deleted");
+        _forgotten.push_back(std::move(found->second));
         _queues.erase(found);
     }
+    _removeEnded();
+}
+
+void DeliveryQueues::_removeEnded() {
+    const auto ended = std::partition(_forgotten.begin(), _forgotten.end(),
+                                      [](const auto& queue) { return queue->isWorking(); });
+    std::for_each(ended, _forgotten.end(), [](const auto& queue) {
+        queue->join();
+        queue->giveUp();
+    });
+    _forgotten.erase(ended, _forgotten.end());
 }
 
 }  // namespace QZ

@@ -112,6 +112,19 @@ TEST_F(AlertRouterTest, DeliversOnceToEachSubscriptionThatWants) {
     EXPECT_THAT(delivered, IsEmpty());
 }
 
+TEST_F(AlertRouterTest, DeliversWhatTheLastCheckFinds) {
+    const SubscriptionTerms a = terms("a", _all);
+    router->connect(a);
+    ring("at the end", 7);
+    delivered.clear();
+    router->disconnect(a);
+    EXPECT_THAT(delivered, ElementsAre("a 7"));
+    router->connect(a);
+    delivered.clear();
+    router.reset();
+    EXPECT_THAT(delivered, ElementsAre("a 7"));
+}
+
 TEST_F(AlertRouterTest, ForgetsASubscriptionThatAProviderRefuses) {
     EXPECT_THAT(refusal([&] { router->connect(terms("a", "SELECT * FROM TEST_RefusedAlert")); }),
                 "2 nobody may have that");

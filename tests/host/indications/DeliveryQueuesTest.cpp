@@ -4,8 +4,10 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <future>
+#include <memory>
 #include <vector>
 
 #include "ExportMessage.h"
@@ -156,42 +158,84 @@ TEST(DeliveryQueues, KeepsTheNewestAlertsOfAFullQueue) {
     EXPECT_EQ(all.back(), DeliveryQueues::LONGEST + 2);
 }
 
-TEST(DeliveryQueues, StopsWithoutWaitingForTheNextAttempt) {
-    const SteppedClock clock;  // whose time does not pass
+// A listener that is away for the first alert, and keeps asleep or comes back. Time stands still,
+// but for what an attempt takes.
+class DeliveryQueuesEnd : public testing::Test {
+protected:
+    void push(unsigned count) {
+        for (unsigned number = 1; number <= count; ++number) {
+            queues->push("a", _alert("http://a/", number));
+            attempts.await(1);
+        }
+    }
+    std::vector<unsigned> attempted() { return attempts.await(0); }
+    std::vector<std::string> logged() { return log.await(0); }
+
+    SteppedClock clock;
+    std::atomic<bool> isBack{false};
+    std::atomic<unsigned> duration{0};
     Record<unsigned> attempts;
     Record<std::string> log;
-    {
-        DeliveryQueues queues(
-            [&](const auto& alert) {
-                attempts.add(_number(alert));
+    std::unique_ptr<DeliveryQueues> queues = std::make_unique<DeliveryQueues>(
+        [this](const auto& alert) {
+            attempts.add(_number(alert));
+            if (_number(alert) == 1 || !isBack) {
                 throw Error("it sleeps");
-            },
-            [&](const std::string& line) { log.add(line); });
-        queues.push("a", _alert("http://a/", 1));
-        queues.push("a", _alert("http://a/", 2));
-        attempts.await(1);
-    }
-    EXPECT_THAT(attempts.await(1), ElementsAre(1));
-    EXPECT_THAT(log.await(2), ElementsAre(HasSubstr("given up: it sleeps"),
-                                          HasSubstr("given up: the server stops")));
+            }
+            clock.sleepMilliseconds(duration);
+        },
+        [this](const std::string& line) { log.add(line); });
+};
+
+TEST_F(DeliveryQueuesEnd, WaitsForNoSecondAttempt) {
+    push(3);
+    queues.reset();
+    EXPECT_THAT(attempted(), ElementsAre(1, 2));
+    EXPECT_THAT(logged(),
+                ElementsAre(HasSubstr("given up: it sleeps"), HasSubstr("given up: it sleeps"),
+                            HasSubstr("given up: the server stops")));
 }
 
-TEST(DeliveryQueues, ForgetsADestination) {
-    Record<unsigned> sent;
-    std::promise<void> wakesUp;
-    std::shared_future<void> awake(wakesUp.get_future());
-    DeliveryQueues queues(
-        [&](const auto& alert) {
-            sent.add(_number(alert));
-            awake.wait();
-        },
-        [](const std::string&) {});
-    queues.forget("unknown");
-    queues.push("a", _alert("http://a/", 1));
-    sent.await(1);
-    queues.push("a", _alert("http://a/", 2));
-    queues.forget("a");
-    queues.push("a", _alert("http://a/", 3));
-    wakesUp.set_value();
-    EXPECT_THAT(sent.await(2), ElementsAre(1, 3));
+TEST_F(DeliveryQueuesEnd, SendsWhatWasNeverTried) {
+    push(3);
+    isBack = true;
+    queues.reset();
+    EXPECT_THAT(attempted(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(logged(), ElementsAre(HasSubstr("given up: it sleeps")));
+}
+
+TEST_F(DeliveryQueuesEnd, BeginsAttemptsForFiveSeconds) {
+    push(5);
+    isBack = true;
+    duration = 2500;
+    queues.reset();
+    EXPECT_THAT(attempted(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(logged(), ElementsAre(HasSubstr("given up: it sleeps"),
+                                      HasSubstr("given up: the server stops"),
+                                      HasSubstr("given up: the server stops")));
+}
+
+TEST_F(DeliveryQueuesEnd, ComesWithTheDestination) {
+    push(3);
+    queues->forget("a");
+    EXPECT_THAT(log.await(3),
+                ElementsAre(HasSubstr("given up: it sleeps"), HasSubstr("given up: it sleeps"),
+                            HasSubstr("given up: the destination is deleted")));
+    EXPECT_THAT(attempted(), ElementsAre(1, 2));
+    // One of that name knows nothing of the other.
+    isBack = true;
+    queues->push("a", _alert("http://a/", 4));
+    EXPECT_THAT(attempts.await(3), ElementsAre(1, 2, 4));
+    queues->forget("unknown");
+    queues.reset();
+    EXPECT_EQ(logged().size(), 3U);
+}
+
+TEST_F(DeliveryQueuesEnd, IsNoReasonToDropWhatNobodyTried) {
+    push(3);
+    isBack = true;
+    queues->forget("a");
+    EXPECT_THAT(attempts.await(3), ElementsAre(1, 2, 3));
+    queues.reset();
+    EXPECT_THAT(logged(), ElementsAre(HasSubstr("given up: it sleeps")));
 }
