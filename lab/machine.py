@@ -115,9 +115,9 @@ RECORDED_UNIT = {"FRUNumber": "6SJ0041A", "IdentifyingNumber": "EX600-15K", "Ven
 # the others under the same number. The module's sources come in this order; a recorded unit hides
 # what is found of it, and what the BMC's FRU records tell hides what its components tell.
 UNITS = [("GETFRU", "6SJ0041A", "shown"),
-         ("IPMI", "EXPN-7A", "shown"),
+         ("IPMI", "EX2100-7A", "shown"),
          ("IPMI", "EXPN-R2", "shown"),
-         ("MPA", "EXPN-7A", "hidden by IPMI: Example Server 2U"),
+         ("MPA", "EX2100-7A", "hidden by IPMI: Example Server 2U"),
          ("MPA", "EXPN-R2", "hidden by IPMI: Riser Board 2"),
          ("RAID", "6SJ0041A", "hidden by GETFRU: Disk in bay 1"),
          ("RAID", "012345678901234567890123456789012345", "shown")]
@@ -203,8 +203,8 @@ CONTROLLER_VALUES = [
     Value("TAVIRA_VigilWatchdog", "DeviceID", "Watchdog2"),
     Value("TAVIRA_VigilWatchdog", "TimeoutInterval", "300",
           ("watchdog", r"Initial Countdown: +(\d+)\.0 sec")),
-    Value("TAVIRA_VigilComponentVPD", "FieldReplaceableUnitNumber", "EXPN-7A",
-          ("fru0", r"Board Part Number +: (.+)")),
+    Value("TAVIRA_VigilComponentVPD", "FieldReplaceableUnitNumber", "EX2100-7A",
+          ("fru0", r"Product Part Number +: (.+)")),
     Value("TAVIRA_VigilComponentVPD", "ManufacturerId", "Example Corp",
           ("fru0", r"Product Manufacturer +: (.+)")),
     Value("TAVIRA_VigilComponentVPD", "ModelNumber", "EX2100-7A",
@@ -213,7 +213,7 @@ CONTROLLER_VALUES = [
           ("fru1", r"Board Part Number +: (.+)"), 1),
     Value("TAVIRA_VigilComponentVPD", "ManufacturerId", "Example Corp",
           ("fru1", r"Board Mfg +: (.+)"), 1),
-    Value("TAVIRA_FRU", "FRUNumber", "EXPN-7A", ("fru0", r"Board Part Number +: (.+)"), 1),
+    Value("TAVIRA_FRU", "FRUNumber", "EX2100-7A", ("fru0", r"Product Part Number +: (.+)"), 1),
     Value("TAVIRA_FRU", "IdentifyingNumber", "EX2100-7A", ("fru0", r"Product Part Number +: (.+)"),
           1),
     Value("TAVIRA_FRU", "Vendor", "Example Corp", ("fru0", r"Product Manufacturer +: (.+)"), 1),

@@ -24,13 +24,12 @@ public:
 
     explicit IpmiFru(Values values) : _values(std::move(values)) {}
 
-    // The part number under which the unit is replaced: its board's, else its product's, else its
-    // chassis's. A system's product number is no number of its board.
+    // Each text is the product area's, else the board's, else the chassis's: a blank field is none.
+    // Part number and model are one field of a product ("Part/Model Number", Platform Management
+    // FRU Information Storage Definition 1.0, 12), and so both are it.
     const std::string& getNumber() const { return _values.number; }
-    // The model: the product's part or model number, else the board's part number, else the
-    // chassis's.
     const std::string& getIdentifyingNumber() const { return _values.identifyingNumber; }
-    // The product's manufacturer and name, else the board's.
+    // A chassis has neither of these.
     const std::string& getVendor() const { return _values.vendor; }
     const std::string& getName() const { return _values.name; }
     // What the controller calls the unit; its name where it calls it nothing, and the other way

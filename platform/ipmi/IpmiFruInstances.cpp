@@ -28,9 +28,8 @@ IpmiFru::Values valuesOf(const BmcFru& fru) {
     const FruProduct& product = data.product ? *data.product : NoProduct;
 
     IpmiFru::Values values;
-    values.number = firstOf({&board.partNumber, &product.partNumber, &chassis.partNumber});
-    values.identifyingNumber =
-        firstOf({&product.partNumber, &board.partNumber, &chassis.partNumber});
+    values.number = firstOf({&product.partNumber, &board.partNumber, &chassis.partNumber});
+    values.identifyingNumber = values.number;
     values.vendor = firstOf({&product.manufacturer, &board.manufacturer});
     values.name = firstOf({&product.name, &board.name});
     values.description = fru.locator.name.empty() ? values.name : fru.locator.name;

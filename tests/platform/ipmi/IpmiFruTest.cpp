@@ -34,7 +34,7 @@ const FruAreaBuilder _chassis = FruAreaBuilder::chassis(23).text("chassis part")
 TEST_F(IpmiFrus, TellWhatTheirAreasSay) {
     const std::vector<IpmiFru> frus = make(namedFru().chassis(_chassis).build(), "Slot 1");
     ASSERT_EQ(frus.size(), 1U);
-    EXPECT_EQ(frus[0].getNumber(), "board part number");
+    EXPECT_EQ(frus[0].getNumber(), "product part number");
     EXPECT_EQ(frus[0].getIdentifyingNumber(), "product part number");
     EXPECT_EQ(frus[0].getVendor(), "product manufacturer");
     EXPECT_EQ(frus[0].getName(), "product name");
@@ -54,6 +54,18 @@ TEST_F(IpmiFrus, TakeFromTheNextAreaWhatOneLacks) {
     EXPECT_EQ(both[0].getVendor(), "Maker");
     EXPECT_EQ(both[0].getName(), "Board");
     EXPECT_EQ(both[0].getDescription(), "Board");
+}
+
+TEST_F(IpmiFrus, HaveTheBoardsNumbersBeforeTheChassis) {
+    const FruAreaBuilder board =
+        FruAreaBuilder::board(25).text("Maker").text("Board").text("SN").text("B-1");
+    const FruAreaBuilder product = FruAreaBuilder::product(25).text("Maker").text("PSU");
+    const auto frus =
+        make(FruBuilder().chassis(_chassis).board(board).product(product).build(), "");
+    ASSERT_EQ(frus.size(), 1U);
+    EXPECT_EQ(frus[0].getNumber(), "B-1");
+    EXPECT_EQ(frus[0].getIdentifyingNumber(), "B-1");
+    EXPECT_EQ(frus[0].getName(), "PSU");
 }
 
 TEST_F(IpmiFrus, HaveTheProductsNumberWithoutABoard) {
