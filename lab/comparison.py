@@ -145,14 +145,16 @@ def limit_row(name, limit, measured, unit):
 
 @dataclasses.dataclass(frozen=True)
 class Event:
-    """A record of the event log: time to the second, sensor, and whether it began or ended."""
+    """A record of the event log: time to the second, sensor, what happened, as ipmitool calls it, and
+    whether that began or ended."""
     number: int
     time: str
     sensor: str
+    what: str
     state: str
 
     def __str__(self):
-        return " ".join(filter(None, [self.time, self.sensor, self.state]))
+        return " ".join(filter(None, [self.time, self.sensor, self.what, self.state]))
 
 
 def ipmitool_events(text):
@@ -162,27 +164,36 @@ def ipmitool_events(text):
         is_timed = re.fullmatch(r"\d\d/\d\d/\d\d", cells[1])
         has_state = cells[-1] in ("Asserted", "Deasserted")
         yield Event(int(cells[0], 16), f"{cells[1]} {cells[2]}" if is_timed else "",
-                    cells[3 if is_timed else 1], cells[-1] if has_state else "")
+                    cells[3 if is_timed else 1], cells[-2] if has_state else "",
+                    cells[-1] if has_state else "")
 
 
 def tavqz_event(event):
-    """As ipmitool writes it, but for the sensor's type in front of its name or number."""
+    """As ipmitool writes it, but for the sensor's type in front of its name or number and for what
+    happened, which each says in its own words."""
     when = event["time"] and datetime.datetime.fromisoformat(event["time"])
     sensor = event["sensor"] or f"#0x{event['sensorNumber'] or 0:02x}"
     return Event(event["record"],
                  when.astimezone(datetime.timezone.utc).strftime("%m/%d/%y %X UTC") if when else "",
-                 sensor if event["type"] == 2 else f"OEM record {event['type']:02x}",
+                 sensor if event["type"] == 2 else f"OEM record {event['type']:02x}", "",
                  {True: "Asserted", False: "Deasserted", None: ""}[event["asserted"]])
 
 
-def event_rows(listed, events):
-    """What ipmitool and tavqz say of the event log, a row for each record."""
+def event_rows(listed, events, their_bytes, our_bytes):
+    """What ipmitool and tavqz say of the event log, a row for each record: when, where and whether;
+    what, as a key and its text; and the bytes, which both also write alone."""
     theirs, ours = list(ipmitool_events(listed)), list(map(tavqz_event, events))
-    yield value_row("records", str(len(theirs)), str(len(ours)))
-    for their, our in zip(theirs, ours):
+    yield value_row("records", str(len(theirs)), str(len(ours)), str(len(their_bytes)),
+                    str(len(our_bytes)))
+    for their, our, event, *both in zip(theirs, ours, events, their_bytes, our_bytes):
         is_same = their.sensor.endswith(our.sensor) and their == dataclasses.replace(
-            our, sensor=their.sensor)
-        yield Row(f"record {their.number}", str(their), (SAME if is_same else str(our),), is_same)
+            our, sensor=their.sensor, what=their.what)
+        what = (event["key"], event["text"])
+        is_known = what == machine.EVENT_NAMES.get(their.what, (None, None))
+        is_written = both == [event["bytes"]] * 2
+        yield Row(f"record {their.number}", str(their),
+                  (SAME if is_same else str(our), ": ".join(filter(None, what)) or UNKNOWN,
+                   SAME if is_written else event["bytes"]), is_same and is_known and is_written)
 
 
 def unit_rows(served):

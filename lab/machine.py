@@ -157,6 +157,21 @@ EVENTS = [
     bmc.event(0xFB, b"thirteen byte"),
 ]
 
+# What ipmitool calls some of them, and the key and the text that we have for it.
+EVENT_NAMES = {
+    "Initiated by hard reset": ("IPMI_EVENT_STC_BOOT_INI_RST", "Initiated by hard reset"),
+    "Initiated by warm reset": ("IPMI_EVENT_STC_BOOT_INI_WARM", "Initiated by warm reset"),
+    "Unknown Progress": ("IPMI_EVENT_STC_SFWPROG_STRT", "System firmware progress"),
+    "Power Supply AC lost": ("IPMI_EVENT_STC_PWRSUP_ACLOST", "Power supply input lost"),
+    "State Asserted": ("IPMI_EVENT_ERC_STATE_ASRT", "State asserted"),
+    "State Deasserted": ("IPMI_EVENT_ERC_STATE_DASRT", "State deasserted"),
+    "Thermal Trip": ("IPMI_EVENT_STC_PROC_THTRP", "Thermal trip"),
+    "Correctable ECC": ("IPMI_EVENT_STC_MEM_CERR", "Correctable ECC error"),
+    "Interlock power down": ("IPMI_EVENT_STC_PWRUNIT_ILOCKDWN", "Interlock power down"),
+    "AC lost": ("IPMI_EVENT_STC_PWRUNIT_ACLOST", "AC lost"),
+    "Absent": ("IPMI_EVENT_STC_ENT_ABSENT", "Entity absent"),
+}
+
 # What is done to the BMC before anybody asks it: the arguments of raw commands. It got a restart, a
 # progress of the firmware and another restart into its event log (IPMI 2.0, 31.6), and the operating
 # system set (27.6) and started (27.5) the watchdog, with 300 s before a reset: the emulation runs

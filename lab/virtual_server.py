@@ -84,6 +84,10 @@ class Answers:
     def text(self, name):
         return self._texts.get(name, b"").decode("utf-8", "surrogateescape")
 
+    def lines(self, name):
+        """Without blanks around them."""
+        return [line.strip() for line in self.text(name).splitlines()]
+
     def json(self, name):
         # Not everybody escapes control characters.
         return json.loads(self.text(name), strict=False)
