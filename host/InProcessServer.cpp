@@ -80,7 +80,12 @@ public:
 }  // namespace
 
 InProcessServer::InProcessServer(Schema schema, ProviderTable::Locator locate)
-    : _schema(std::move(schema)),
+    : _model(std::move(schema)),
+      _handle(std::make_shared<HandleBackend>(*this)),
+      _providers(std::move(locate), _handle) {}
+
+InProcessServer::InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate)
+    : _model(schemaFolder),
       _handle(std::make_shared<HandleBackend>(*this)),
       _providers(std::move(locate), _handle) {}
 
@@ -90,14 +95,14 @@ const ProviderEntry& InProcessServer::_entryFor(const CIMObjectPath& path) const
     if (!sameName(nameSpace, MODEL_NAMESPACE)) {
         throw CIMException(CIM_ERR_INVALID_NAMESPACE, path.getNameSpace().getString());
     }
-    if (!_schema.classes.find(name)) {
+    const ProviderEntry* const entry = _model.registration().instanceProvider(nameSpace, name);
+    if (entry) {
+        return *entry;
+    }
+    if (!_model.schema().classes.find(name)) {
         throw CIMException(CIM_ERR_INVALID_CLASS, path.getClassName().getString());
     }
-    const ProviderEntry* entry = _schema.registration.instanceProvider(nameSpace, name);
-    if (!entry) {
-        throw CIMException(CIM_ERR_NOT_SUPPORTED, make_String("nobody serves the class " + name));
-    }
-    return *entry;
+    throw CIMException(CIM_ERR_NOT_SUPPORTED, make_String("nobody serves the class " + name));
 }
 
 // Calls operation(provider) and turns whatever a provider may throw into a CIMException.
@@ -238,7 +243,10 @@ void InProcessServer::deleteInstance(const CIMObjectPath& instancePath) {
 CIMObjectPath InProcessServer::_keyPath(const CIMInstance& instance,
                                         const CIMObjectPath& classPath) const {
     const ClassDeclaration* declared =
-        _schema.classes.find(make_string(classPath.getClassName().getString()));
+        _model.schema().classes.find(make_string(classPath.getClassName().getString()));
+    if (!declared) {
+        return classPath;  // somebody serves a class that nobody declared
+    }
     CIMObjectPath path = instance.buildPath(makeCimClass(*declared));
     path.setNameSpace(classPath.getNameSpace());
     return path;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "Model.h"
 #include "Operations.h"
 #include "ProviderTable.h"
 
@@ -37,8 +38,11 @@ public:
     using TakePath = std::function<void(const Pegasus::CIMObjectPath& path)>;
 
     InProcessServer(Schema schema, ProviderTable::Locator locate);
+    // Of the model in that folder, which is read as far as is needed. What is wrong there is thrown
+    // by what needs it, as Schema::load does.
+    InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate);
 
-    const Schema& schema() override { return _schema; }
+    const Schema& schema() override { return _model.schema(); }
 
     // What `take` throws passes through.
     void enumerateInstances(const Caller& caller, const Pegasus::CIMObjectPath& classPath,
@@ -81,7 +85,7 @@ private:
     template <class Operation>
     auto _ask(const Pegasus::CIMObjectPath& path, Operation operation);
 
-    Schema _schema;
+    Model _model;
     Pegasus::CIMOMHandle _handle;
     ProviderTable _providers;
 };

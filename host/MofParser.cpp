@@ -182,12 +182,12 @@ MofDocument parseMof(std::string_view text, const std::string& fileName) {
     return document;
 }
 
-MofDocument parseMofFile(const std::string& path) {
+std::string readMofFile(const std::string& path) {
     constexpr std::size_t limit = std::size_t(16) << 20;
-    const FileContent content = readWholeFile(path, limit);
+    FileContent content = readWholeFile(path, limit);
     switch (content.state) {
         case FileContent::Read:
-            return parseMof(content.text, path);
+            return std::move(content.text);
         case FileContent::NotRegular:
             throw Error("Cannot read " + path + ": not a regular file");
         case FileContent::TooLarge:
@@ -195,6 +195,10 @@ MofDocument parseMofFile(const std::string& path) {
         default:
             throwSystemError("Cannot read", path, content.error);
     }
+}
+
+MofDocument parseMofFile(const std::string& path) {
+    return parseMof(readMofFile(path), path);
 }
 
 }  // namespace QZ

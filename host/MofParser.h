@@ -16,7 +16,10 @@ namespace QZ {
 // fileName is for messages. Throws MofError at the first thing that is not understood.
 MofDocument parseMof(std::string_view text, const std::string& fileName);
 
-// The same of a file; Error where it cannot be read.
+// The text of a file of at most 16 MiB; Error where it cannot be read.
+std::string readMofFile(const std::string& path);
+
+// What such a file says.
 MofDocument parseMofFile(const std::string& path);
 
 }  // namespace QZ

@@ -45,7 +45,7 @@ int _fail(ExitStatus status, const std::string& message) {
 
 std::unique_ptr<InProcessServer> _makeServer(const Workplace& place) {
     return std::make_unique<InProcessServer>(
-        Schema::load(place.schemaFolder), [place](const std::string& location) {
+        place.schemaFolder, [place](const std::string& location) {
             return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
                                             : place.moduleFile;
         });

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "Schema.h"
 
+#include <cstring>
+
 #include <algorithm>
 #include <filesystem>
 #include <vector>
@@ -37,15 +39,20 @@ std::vector<std::string> _mofFilesIfAny(const std::string& folder, const char* i
     return isMissing ? std::vector<std::string>() : _mofFiles(path);
 }
 
+// As _mofFiles, at least one.
+std::vector<std::string> _modelFiles(const std::string& folder) {
+    std::vector<std::string> files = _mofFiles(folder);
+    if (files.empty()) {
+        throw Error("Cannot read the schema folder " + folder + ": it holds no .mof file");
+    }
+    return files;
+}
+
 }  // namespace
 
 Schema Schema::load(const std::string& folder) {
     Schema schema;
-    const std::vector<std::string> files = _mofFiles(folder);
-    if (files.empty()) {
-        throw Error("Cannot read the schema folder " + folder + ": it holds no .mof file");
-    }
-    for (const std::string& file : files) {
+    for (const std::string& file : _modelFiles(folder)) {
         const MofDocument document = parseMofFile(file);
         schema.classes.add(document);
         schema.registration.add(document);
@@ -59,6 +66,17 @@ Schema Schema::load(const std::string& folder) {
         schema.interop.add(document);
     }
     return schema;
+}
+
+Registration Schema::loadRegistration(const std::string& folder) {
+    Registration registration;
+    for (const std::string& file : _modelFiles(folder)) {
+        const std::string text = readMofFile(file);
+        if (strcasestr(text.c_str(), "PG_Provider")) {
+            registration.add(parseMof(text, file));
+        }
+    }
+    return registration;
 }
 
 const ClassRepository* Schema::find(const std::string& nameSpace) const {

@@ -87,8 +87,9 @@ std::string TableOutput::instances(const std::vector<CIMInstance>& list) const {
     }
     if (_sameShape(list)) {
         TextTable table(_names(list.front()));
-        for (const CIMInstance& instance : list) {
-            table.addRow(_texts(instance));
+        auto instance = list.begin();
+        while (instance != list.end() && table.getWidth() <= _lineWidth) {
+            table.addRow(_texts(*instance++));
         }
         if (table.getWidth() <= _lineWidth) {
             return table.toString();

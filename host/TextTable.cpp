@@ -18,6 +18,7 @@ TextTable::TextTable(const std::vector<std::string>& header) : _widths(header.si
 
 void TextTable::addRow(const std::vector<std::string>& cells) {
     std::vector<std::string> row;
+    row.reserve(_widths.size());
     for (std::size_t i = 0; i < _widths.size(); ++i) {
         row.push_back(visibleText(cells[i]));
         _widths[i] = std::max(_widths[i], textWidth(row.back()));
@@ -33,14 +34,13 @@ std::size_t TextTable::getWidth() const {
     return width - std::min(width, _gap);
 }
 
-std::string TextTable::_line(const std::vector<std::string>& cells) const {
-    std::string line;
+void TextTable::_appendLine(const std::vector<std::string>& cells, std::string& text) const {
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        line += cells[i];
-        line.append(_widths[i] - textWidth(cells[i]) + _gap, ' ');
+        text += cells[i];
+        text.append(_widths[i] - textWidth(cells[i]) + _gap, ' ');
     }
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line + "\n";
+    text.erase(text.find_last_not_of(' ') + 1);
+    text += '\n';
 }
 
 std::string TextTable::toString() const {
@@ -52,10 +52,11 @@ std::string TextTable::toString() const {
         for (const std::size_t width : _widths) {
             rule.emplace_back(width, '-');
         }
-        text = _line(_rows.front()) + _line(rule);
+        _appendLine(_rows.front(), text);
+        _appendLine(rule, text);
     }
     for (std::size_t i = 1; i < _rows.size(); ++i) {
-        text += _line(_rows[i]);
+        _appendLine(_rows[i], text);
     }
     return text;
 }

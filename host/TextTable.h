@@ -23,7 +23,7 @@ public:
     std::string toString() const;
 
 private:
-    std::string _line(const std::vector<std::string>& cells) const;
+    void _appendLine(const std::vector<std::string>& cells, std::string& text) const;
 
     std::vector<std::size_t> _widths;
     std::vector<std::vector<std::string>> _rows;  // the header first
