@@ -85,7 +85,7 @@ class Answers:
         return self._texts.get(name, b"").decode("utf-8", "surrogateescape")
 
     def lines(self, name):
-        """Without blanks around them."""
+        """The lines, without blanks around them."""
         return [line.strip() for line in self.text(name).splitlines()]
 
     def json(self, name):
