@@ -4,8 +4,11 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+
 #include "CimText.h"
 #include "Error.h"
+#include "NeededLibraries.h"
 
 namespace QZ {
 
@@ -14,6 +17,25 @@ namespace {
 std::string _loaderError() {
     const char* text = dlerror();
     return text ? text : "unknown error";
+}
+
+// Told before it is loaded: its CIM library has the names of ours, and the loader would mix the two
+// while they start.
+void _refuseOthers(const std::string& file) {
+    const std::vector<std::string> needed = neededLibraries(file);
+    const auto other = std::find_if(needed.begin(), needed.end(), [](const std::string& name) {
+        return name.rfind("libpegcommon.so", 0) == 0 || name.rfind("libpegprovider.so", 0) == 0;
+    });
+    if (other != needed.end()) {
+        throw Error("Cannot load the provider module " + file +
+                    ": it was built for OpenPegasus, with " + *other +
+                    "; build it without PEGASUS_ROOT for this program");
+    }
+}
+
+void* _open(const std::string& file) {
+    _refuseOthers(file);
+    return dlopen(file.c_str(), RTLD_NOW | RTLD_GLOBAL);
 }
 
 }  // namespace
@@ -27,7 +49,7 @@ void TerminateProvider::operator()(Pegasus::CIMInstanceProvider* provider) const
 }
 
 ProviderModule::ProviderModule(const std::string& file)
-    : _file(file), _library(dlopen(file.c_str(), RTLD_NOW | RTLD_GLOBAL)), _create(nullptr) {
+    : _file(file), _library(_open(file)), _create(nullptr) {
     if (!_library) {
         // The loader's text names the file.
         throw Error("Cannot load the provider module: " + _loaderError());

@@ -6,10 +6,14 @@
 #include <Pegasus/Common/String.h>
 #include <Pegasus/Provider/CIMProvider.h>
 
+#include "CimLibraryCheck.h"
 #include "RaidProvider.h"
 
 extern "C" PEGASUS_EXPORT Pegasus::CIMProvider* PegasusCreateProvider(
     const Pegasus::String& providerName) {
+    if (QZ::refusesOtherCimLibrary("libTavqzRaidProvider.so")) {
+        return nullptr;
+    }
     return Pegasus::String::equalNoCase(providerName, "RaidProvider") ? new QZ::RaidProvider
                                                                       : nullptr;
 }
