@@ -40,7 +40,7 @@ void _requireProperties(const CIMConstInstance& instance) {
                                      "Description", "ElementName",       "InstanceID", "Caption"};
     for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
         const CIMConstProperty property = instance.getProperty(i);
-        const CIMName name = property.getName();
+        const CIMName& name = property.getName();
         const bool isKnown = std::any_of(std::begin(known), std::end(known),
                                          [&](const char* own) { return name == CIMName(own); });
         if (!isKnown)
