@@ -24,6 +24,10 @@ Verdict _tooOften(milliseconds wait) {
     return {Verdict::TooOften, {}, std::chrono::duration_cast<seconds>(wait + milliseconds(999))};
 }
 
+Verdict _accepted(Caller caller) {
+    return {Verdict::Accepted, std::move(caller), seconds(0)};
+}
+
 Verdict _busy() {
     return {Verdict::Busy, {}, BUSY_TIME};
 }
@@ -50,7 +54,7 @@ public:
         const std::uint64_t revision = _passwords->revision();
         const std::lock_guard<std::mutex> lock(_mutex);
         if (const auto caller = _remembered.find(digest, revision)) {
-            return Verdict{Verdict::Accepted, *caller, seconds(0)};
+            return _accepted(*caller);
         }
         const auto pending = _pending.find(digest);
         isFirst = pending == _pending.end();
@@ -73,10 +77,10 @@ public:
         const std::uint64_t revision = _passwords->revision();
         Verdict verdict = _busy();
         try {
-            verdict = login.hasPassword
-                          ? _checkPassword(login)
-                          : Verdict{Verdict::Accepted, localCaller(*login.localUser, _groups),
-                                    seconds(0)};
+            verdict = login.hasPassword ? _checkPassword(login)
+                      : !login.certificateName.empty()
+                          ? _checkCertificate(login.certificateName)
+                          : _accepted(localCaller(*login.localUser, _groups));
         } catch (const std::exception& error) {
             _log("cannot check " + login.user + ": " + error.what());
         }
@@ -93,12 +97,16 @@ public:
     }
 
 private:
+    Verdict _checkCertificate(const std::string& user) {
+        const std::optional<Rights> rights = _passwords->rightsOf(user);
+        return rights ? _accepted({user, *rights, Caller::Certificate}) : Verdict{};
+    }
+
     Verdict _checkPassword(const Login& login) {
         const PasswordSource::Finding finding = _passwords->check(login);
         switch (finding.state) {
             case PasswordSource::Finding::Right:
-                return {
-                    Verdict::Accepted, {login.user, finding.rights, Caller::Password}, seconds(0)};
+                return _accepted({login.user, finding.rights, Caller::Password});
             case PasswordSource::Finding::Wrong:
                 return {Verdict::Refused, {}, seconds(0)};
             default:
@@ -142,7 +150,8 @@ private:
 
 Authenticator::Authenticator(std::shared_ptr<PasswordSource> passwords, RightGroups groups,
                              Limits limits, Log log)
-    : _core(
+    : _allowsPlain(limits.allowsPlain),
+      _core(
           std::make_shared<Core>(std::move(passwords), std::move(groups), limits, std::move(log))),
       _pool(limits.pool) {}
 
@@ -150,7 +159,10 @@ Authenticator::~Authenticator() = default;
 
 std::optional<Verdict> Authenticator::authenticate(const Login& login,
                                                    const TakeVerdict& later) noexcept {
-    if (!login.hasPassword && !login.localUser) {
+    if (!login.isEncrypted && !_allowsPlain && !isOfThisMachine(login)) {
+        return Verdict{Verdict::TooPlain, {}, seconds(0)};
+    }
+    if (!login.hasPassword && login.certificateName.empty() && !login.localUser) {
         return Verdict{};
     }
     try {

@@ -15,15 +15,16 @@
 
 namespace QZ {
 
-// Says who asks: by a password that a source knows, on a few threads of its own; or by what the
-// kernel says of a local client. Who was let in is remembered for a short time; wrong passwords are
-// counted and slowed. Any thread may call.
+// Says who asks: by a password that a source knows, on a few threads of its own; by a certificate
+// for one of that source's users; or by what the kernel says of a local client. Who was let in is
+// remembered for a short time; wrong passwords are counted and slowed. Any thread may call.
 class Authenticator {
 public:
     struct Limits {
         CheckPool::Limits pool;
         Attempts::Limits attempts;
         Remembered::Limits remembered;
+        bool allowsPlain = false;  // of other machines
     };
     using Log = std::function<void(const std::string& line)>;
 
@@ -33,8 +34,8 @@ public:
                   Log log);
     ~Authenticator();
 
-    // As Authenticate in Login.h. A local client's password counts where it sends one. What fails
-    // for want of memory is answered with Busy.
+    // As Authenticate in Login.h. A password counts where one is sent, before a certificate, and
+    // that before a local client's user. What fails for want of memory is answered with Busy.
     std::optional<Verdict> authenticate(const Login& login, const TakeVerdict& later) noexcept;
 
 private:
@@ -42,6 +43,7 @@ private:
 
     std::optional<Verdict> _start(const Login& login, const TakeVerdict& later);
 
+    const bool _allowsPlain;
     std::shared_ptr<Core> _core;
     CheckPool _pool;
 };

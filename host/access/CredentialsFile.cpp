@@ -71,6 +71,11 @@ PasswordSource::Finding CredentialsFile::check(const Login& login) {
     return isRight && user ? Finding{Finding::Right, user->rights} : Finding{};
 }
 
+std::optional<Rights> CredentialsFile::rightsOf(const std::string& user) {
+    const std::optional<Credentials> known = _find(user);
+    return known ? std::optional<Rights>(known->rights) : std::nullopt;
+}
+
 // Empty for none.
 std::string CredentialsFile::_problem(const FileContent& content) const {
     if (content.state == FileContent::Missing || content.state == FileContent::Unreadable) {

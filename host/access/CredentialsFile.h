@@ -23,6 +23,7 @@ public:
     CredentialsFile(std::string path, Log log);
 
     Finding check(const Login& login) override;
+    std::optional<Rights> rightsOf(const std::string& user) override;
     std::uint64_t revision() override;
 
 private:

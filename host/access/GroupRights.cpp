@@ -101,9 +101,9 @@ Rights _rightsOf(const User& user, const RightGroups& groups) {
 
 }  // namespace
 
-Rights rightsOfUser(const std::string& user, const RightGroups& groups) {
+std::optional<Rights> rightsOfUser(const std::string& user, const RightGroups& groups) {
     const std::optional<User> known = _userNamed(user);
-    return known ? _rightsOf(*known, groups) : Rights::none();
+    return known ? std::optional<Rights>(_rightsOf(*known, groups)) : std::nullopt;
 }
 
 Caller localCaller(uid_t number, const RightGroups& groups) {

@@ -20,7 +20,7 @@ struct RightGroups {
 
 // None for a user whom the system does not know. Asks the system's databases, which may lie on
 // another machine: it may take its time.
-Rights rightsOfUser(const std::string& user, const RightGroups& groups);
+std::optional<Rights> rightsOfUser(const std::string& user, const RightGroups& groups);
 
 // A local user's name, and his rights: all for root and for the user that this process runs as. A
 // user without a name goes by his number, and has no rights but those.

@@ -39,11 +39,18 @@ struct Login {
     std::optional<uid_t> localUser;
 };
 
+// Whether it comes over loopback or a Unix socket, which nobody else can listen to.
+bool isOfThisMachine(const Login& login);
+
+// Whether an address, as text, is one of loopback (RFC 1122, 3.2.1.3; RFC 4291, 2.5.3).
+bool isLoopback(const std::string& address);
+
 // What comes of it.
 struct Verdict {
     enum Kind {
         Accepted,
         Refused,   // no password, or a wrong one
+        TooPlain,  // another machine's, in the clear
         TooOften,  // wrong passwords before, so that this one was not looked at
         Busy,      // too many are being looked at
     };

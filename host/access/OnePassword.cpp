@@ -17,4 +17,8 @@ PasswordSource::Finding OnePassword::check(const Login& login) {
                                                             : Finding{};
 }
 
+std::optional<Rights> OnePassword::rightsOf(const std::string& user) {
+    return user == _user ? std::optional<Rights>(Rights::all()) : std::nullopt;
+}
+
 }  // namespace QZ

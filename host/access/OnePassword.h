@@ -12,6 +12,7 @@ public:
     OnePassword(std::string user, std::string password);
 
     Finding check(const Login& login) override;
+    std::optional<Rights> rightsOf(const std::string& user) override;
 
 private:
     const std::string _user;

@@ -113,7 +113,7 @@ PasswordSource::Finding PamPasswords::check(const Login& login) {
     Transaction transaction(_service, login);
     const int result = transaction.authenticate();
     if (result == PAM_SUCCESS) {
-        return {Finding::Right, rightsOfUser(transaction.user(), _groups)};
+        return {Finding::Right, rightsOfUser(transaction.user(), _groups).value_or(Rights())};
     }
     const bool isRefusal = _isRefusal(result);
     // A wrong password is the request's line in the log.
@@ -122,6 +122,10 @@ PasswordSource::Finding PamPasswords::check(const Login& login) {
              login.user + ": " + transaction.text());
     }
     return {isRefusal ? Finding::Wrong : Finding::Unknown, {}};
+}
+
+std::optional<Rights> PamPasswords::rightsOf(const std::string& user) {
+    return rightsOfUser(user, _groups);
 }
 
 }  // namespace QZ

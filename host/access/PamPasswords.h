@@ -27,6 +27,8 @@ public:
 
     // pam_unix takes two seconds for a refusal.
     Finding check(const Login& login) override;
+    // Of a user whom the system knows; whether his account is valid is not asked.
+    std::optional<Rights> rightsOf(const std::string& user) override;
 
 private:
     const PamService _service;

@@ -37,6 +37,7 @@ std::string LoginDigest::of(const Login& login) const {
     _append(bytes, login.localUser ? std::to_string(*login.localUser) : "");
     _append(bytes, login.hasPassword ? login.user : "");
     _append(bytes, login.hasPassword ? login.password : "");
+    _append(bytes, login.hasPassword ? "" : login.certificateName);
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned size = 0;
     if (!HMAC(EVP_sha256(), _key.data(), int(_key.size()),

@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "HttpClient.h"
 
+#include <sys/un.h>
+
 #include <boost/asio/connect.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/local/stream_protocol.hpp>
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/ssl/error.hpp>
 #include <boost/asio/ssl/stream.hpp>
+#include <boost/beast/core/basic_stream.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -28,6 +32,12 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 using asio::ip::tcp;
 using boost::system::error_code;
+
+namespace {
+
+constexpr std::size_t LONGEST_SOCKET_NAME = sizeof(sockaddr_un::sun_path) - 1;
+
+}  // namespace
 
 class HttpClient::Core {
 public:
@@ -62,11 +72,14 @@ public:
 private:
     using Request = http::request<http::string_body>;
     using Plain = beast::tcp_stream;
+    using Local = beast::basic_stream<asio::local::stream_protocol>;
     using Secure = asio::ssl::stream<Plain>;
     using None = std::monostate;
 
     [[noreturn]] void _fail(const std::string& what) const {
-        throw Error("The server at " + hostAndPort(_peer.host, _peer.port) + " " + what);
+        const std::string where = _peer.socketFile.empty() ? hostAndPort(_peer.host, _peer.port)
+                                                           : "unix://" + _peer.socketFile;
+        throw Error("The server at " + where + " " + what);
     }
 
     static bool _isLost(error_code error) {
@@ -97,13 +110,34 @@ private:
     void _disconnect() { _stream.emplace<None>(); }
 
     void _connect() {
+        _buffer.clear();
+        _peer.socketFile.empty() ? _connectOverNetwork() : _connectLocally();
+    }
+
+    void _connectLocally() {
+        // Longer names are none that a socket can have.
+        if (_peer.socketFile.size() > LONGEST_SOCKET_NAME) {
+            _fail("cannot be reached: its name is too long");
+        }
+        error_code error;
+        auto& local = _stream.emplace<Local>(_io);
+        local.expires_after(_limits.connecting);
+        local.async_connect(asio::local::stream_protocol::endpoint(_peer.socketFile),
+                            [&error](error_code result) { error = result; });
+        _run();
+        if (error) {
+            _disconnect();
+            _fail("cannot be reached: " + _text(error));
+        }
+    }
+
+    void _connectOverNetwork() {
         error_code error;
         tcp::resolver resolver(_io);
         const auto found = resolver.resolve(_peer.host, std::to_string(_peer.port), error);
         if (error) {
             _fail("is not known: " + error.message());
         }
-        _buffer.clear();
         auto& plain = _stream.emplace<Plain>(_io);
         plain.expires_after(_limits.connecting);
         plain.async_connect(found,
@@ -141,13 +175,20 @@ private:
         if (!_isConnected()) {
             _connect();
         }
-        Secure* const secure = std::get_if<Secure>(&_stream);
-        const error_code error = secure ? _exchangeOver(*secure, request)
-                                        : _exchangeOver(std::get<Plain>(_stream), request);
+        const error_code error = _exchangeOverIt(request);
         if (error) {
             _disconnect();
         }
         return error;
+    }
+
+    error_code _exchangeOverIt(const Request& request) {
+        if (Secure* const secure = std::get_if<Secure>(&_stream)) {
+            return _exchangeOver(*secure, request);
+        }
+        Local* const local = std::get_if<Local>(&_stream);
+        return local ? _exchangeOver(*local, request)
+                     : _exchangeOver(std::get<Plain>(_stream), request);
     }
 
     template <class Stream>
@@ -194,7 +235,7 @@ private:
     const Limits _limits;
     asio::io_context _io;
     std::optional<asio::ssl::context> _tls;
-    std::variant<None, Plain, Secure> _stream;
+    std::variant<None, Plain, Secure, Local> _stream;
     beast::flat_buffer _buffer;
     std::optional<http::response_parser<http::string_body>> _parser;
 };

@@ -19,7 +19,8 @@ struct HttpPeer {
     std::string host;  // an IPv6 address without brackets
     std::uint16_t port = 0;
     bool isSecure = false;  // asked over TLS
-    HttpTrust trust;
+    HttpTrust trust = {};
+    std::string socketFile = {};  // its Unix socket, where it is asked over that; in the clear
 };
 
 // One HTTP/1.1 connection to a server, made with the first request and again when it was lost

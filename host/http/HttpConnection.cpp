@@ -4,15 +4,14 @@
 
 #include <boost/asio/posix/basic_stream_descriptor.hpp>
 #include <boost/asio/post.hpp>
-#include <mutex>
 #include <optional>
 #include <utility>
 
 #include "BasicCredentials.h"
+#include "HttpAnswering.h"
 #include "HttpDeadline.h"
 #include "HttpRecord.h"
 #include "HttpRequestReader.h"
-#include "ResponseStream.h"
 
 namespace QZ {
 
@@ -49,21 +48,7 @@ public:
     void stop() override;
 
 private:
-    enum class State { Idle, Header, Judging, Body, Answering, Sending, Draining, Closed };
-
-    // A request that is being answered.
-    struct Call : HttpCall {
-        Call(std::shared_ptr<Connection> from, const ResponseStream::Form& form)
-            : connection(std::move(from)), stream(form, [this](const std::string& bytes) {
-                  return connection->_wire->sendAll(bytes, connection->_limits.sending);
-              }) {}
-        void expire() override;
-        std::optional<ResponseStream::End> finish();
-
-        const std::shared_ptr<Connection> connection;
-        ResponseStream stream;
-        std::mutex ending;  // while it is, the connection stays as it is
-    };
+    enum class State { Idle, Header, Judging, Body, Waiting, Answering, Sending, Draining, Closed };
 
     template <class Wait>
     void _await(HttpWire::Step::Kind what, Wait onReady);
@@ -78,8 +63,9 @@ private:
     void _judge();
     void _onVerdict(const Verdict& verdict);
     void _refuse(int status, HttpHeaders headers = {});
+    void _takeTurn();
+    void _onTurn();
     void _answer();
-    void _work(const HttpRequest& request, ResponseStream& stream) const;
     void _send(ResponseStream::End end);
     void _sendRest();
     void _onSent();
@@ -121,6 +107,7 @@ void Connection::_onOver() {
         case State::Body:
             return _refuse(408);
         case State::Judging:
+        case State::Waiting:
             return _refuse(503);
         case State::Idle:
         case State::Sending:
@@ -208,7 +195,7 @@ void Connection::_read() {
             }
             return _receiveMore();
         case HttpRequestReader::Complete:
-            return _answer();
+            return _takeTurn();
         case HttpRequestReader::Refused:
             return _refuse(_reader.refusal());
     }
@@ -247,6 +234,8 @@ void Connection::_onVerdict(const Verdict& verdict) {
         case Verdict::Refused:
             return _refuse(401, {{"WWW-Authenticate", "Basic realm=\"" + _shared->options.realm +
                                                           "\", charset=\"UTF-8\""}});
+        case Verdict::TooPlain:
+            return _refuse(403);
         case Verdict::TooOften:
         case Verdict::Busy:
             return _refuse(verdict.kind == Verdict::Busy ? 503 : 429,
@@ -271,6 +260,27 @@ void Connection::_refuse(int status, HttpHeaders headers) {
         {ResponseStream::assemble({status, std::move(headers), {}}, form), ResponseStream::Close});
 }
 
+// Where too many are answered already it waits, with nobody's thread; what comes behind it stays
+// with the system.
+void Connection::_takeTurn() {
+    const auto turn = _shared->takeTurn([self = shared_from_this()] {
+        asio::post(self->_socket.get_executor(), [self] { self->_onTurn(); });
+    });
+    switch (turn) {
+        case HttpShared::Now:
+            return _answer();
+        case HttpShared::Later:
+            return _enter(State::Waiting, _limits.answer);
+        case HttpShared::Never:
+            return _refuse(503, {{"Retry-After", "1"}});
+    }
+}
+
+void Connection::_onTurn() {
+    // Time may be over.
+    _state == State::Waiting ? _answer() : _shared->endTurn();
+}
+
 void Connection::_answer() {
     _state = State::Answering;
     const auto begin = _record.begin(_login.peer, _reader.request());
@@ -282,49 +292,17 @@ void Connection::_answer() {
     form.keepsAlive = _reader.keepsAlive();
     const std::string* const te = request.header("TE");
     form.acceptsTrailers = te && te->find("trailers") != std::string::npos;
-    const auto call = std::make_shared<Call>(shared_from_this(), form);
-    _loop->enterHandler(call, begin + _limits.answer);
+    const auto answering = std::make_shared<HttpAnswering>(
+        HttpAnswering::Place{shared_from_this(), *_shared, *_wire, _record, _caller}, form);
+    _loop->enterHandler(answering, begin + _limits.answer);
     _shared->wakeWatcher();
-    _work(request, call->stream);
-    std::optional<ResponseStream::End> end = call->finish();
-    _loop->leaveHandler(call);
+    answering->work(request);
+    std::optional<ResponseStream::End> end = answering->finish();
+    _loop->leaveHandler(answering);
     if (!end) {
         return _close();
     }
-    _record.report(_shared->options, _caller, call->stream);
     _send(std::move(*end));
-}
-
-void Connection::_work(const HttpRequest& request, ResponseStream& stream) const {
-    try {
-        _shared->handler(request, stream);
-    } catch (const Disconnected&) {
-        // Nobody is there to be told.
-    } catch (...) {
-        stream.discard({});
-        stream.setStatus(500);
-    }
-}
-
-std::optional<ResponseStream::End> Connection::Call::finish() {
-    const std::lock_guard<std::mutex> lock(ending);
-    return stream.finish();
-}
-
-// Beside the thread that is in the handler, which does not come past finish() meanwhile.
-void Connection::Call::expire() {
-    const std::lock_guard<std::mutex> lock(ending);
-    const std::optional<ResponseStream::End> end = stream.expire();
-    if (!end) {
-        return;
-    }
-    if (end->next == ResponseStream::Abort) {
-        connection->_wire->cut();
-    } else {
-        connection->_wire->sendAll(end->bytes, milliseconds(0));
-        connection->_wire->end();
-    }
-    connection->_record.report(connection->_shared->options, connection->_caller, stream);
 }
 
 void Connection::_send(ResponseStream::End end) {
@@ -368,7 +346,8 @@ void Connection::_onSent() {
 
 void Connection::stop() {
     asio::post(_socket.get_executor(), [self = shared_from_this()] {
-        if (self->_state != State::Sending && self->_state != State::Draining) {
+        if (self->_state != State::Sending && self->_state != State::Draining &&
+            self->_state != State::Waiting) {
             self->_close();
         }
     });

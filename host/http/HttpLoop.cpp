@@ -78,16 +78,36 @@ bool HttpLoop::watch(Time now) {
                 _workers->offerPlace(shared_from_this());
             }
             if (isLate && !call.isLost) {
-                call.isLost = true;
-                late.push_back(call.call);
-                _workers->loseThread();
+                late.push_back(_lost(call));
             }
         }
     }
     for (const auto& call : late) {
-        call->expire();
+        call->expire(HttpReply::TookTooLong);
     }
     return wasCalled;
+}
+
+std::shared_ptr<HttpCall> HttpLoop::_lost(Call& call) const {
+    call.isLost = true;
+    call.isReplaced = true;
+    _workers->loseThread();
+    return call.call;
+}
+
+void HttpLoop::expireAll() {
+    std::vector<std::shared_ptr<HttpCall>> all;
+    {
+        const std::lock_guard<std::mutex> lock(_mutex);
+        for (Call& call : _calls) {
+            if (!call.isLost) {
+                all.push_back(_lost(call));
+            }
+        }
+    }
+    for (const auto& call : all) {
+        call->expire(HttpReply::ServerStops);
+    }
 }
 
 }  // namespace QZ

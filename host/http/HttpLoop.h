@@ -10,6 +10,7 @@
 #include <mutex>
 #include <vector>
 
+#include "HttpReply.h"
 #include "HttpWorkers.h"
 
 namespace QZ {
@@ -19,9 +20,9 @@ class HttpCall {
 public:
     virtual ~HttpCall() = default;
 
-    // Time is over: the client is told. On the watcher's thread, at most once, while or after the
-    // handler is called.
-    virtual void expire() = 0;
+    // Nobody waits any more: the client is told. On the thread of who watches or stops, at most
+    // once, while or after the handler is called.
+    virtual void expire(HttpReply::Late why) = 0;
 };
 
 // A share of the connections: one thread waits for whatever comes next on any of them and carries
@@ -51,6 +52,9 @@ public:
     // calls whose time is over. Whether any was called since.
     bool watch(Time now);
 
+    // Expires all calls: the server stops. Nobody watches any more.
+    void expireAll();
+
     // From now on it is over when no connection is left.
     void endWithoutWork() { _work.reset(); }
 
@@ -67,6 +71,7 @@ private:
     };
 
     void _awaitMore();
+    std::shared_ptr<HttpCall> _lost(Call& call) const;
 
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> _work{
         io.get_executor()};

@@ -49,8 +49,14 @@ public:
     // client takes for its end, after the trailers where it asked for those.
     virtual void discard(const HttpHeaders& trailers) = 0;
 
-    // What the client is told if the answer takes too long.
-    virtual void setLateAnswer(std::function<HttpAnswer()> make) = 0;
+    // Why nobody waits for an answer any more.
+    enum Late { TookTooLong, ServerStops };
+
+    // What the client is told then, if nothing left yet.
+    virtual void setLateAnswer(std::function<HttpAnswer(Late why)> make) = 0;
+
+    // Names the trailers that discard() may come with, for a client that takes some.
+    virtual void setTrailerNames(const std::string& names) = 0;
 
     // One word on the request for the server's log, such as the operation.
     virtual void setLogText(const std::string& text) = 0;

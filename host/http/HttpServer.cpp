@@ -100,6 +100,7 @@ bool HttpServer::stop(milliseconds time) {
     const bool ended = workers.waitForEnd(std::chrono::steady_clock::now() + time);
     shared.stopWatching();
     for (const auto& loop : shared.loops()) {
+        loop->expireAll();
         loop->io.stop();
     }
     workers.endAllLoops();

@@ -29,7 +29,8 @@ struct HttpLimits {
     std::size_t bodyBytes = std::size_t(4) << 20;
     std::size_t connections = 256;
     std::size_t connectionsPerClient = 64;  // of one address, or of one uid
-    std::size_t workers = 8;                // requests that are answered at once, at least
+    std::size_t workers = 8;                // requests that are answered at once
+    std::size_t waiting = 64;               // and that wait for that, beyond
     std::size_t lostWorkers = 64;           // threads that are late and may never come back
 };
 
@@ -86,9 +87,10 @@ public:
     // Threads that did not come back in time, and have not since.
     std::size_t lostWorkers() const;
 
-    // Takes no connection any more and waits for the requests that are being answered. False where
-    // some were not when the time was over: their threads still run what belongs to the handler, so
-    // that the process must end without taking that apart.
+    // Takes no connection any more and waits for the requests that are being answered, and those
+    // that wait for it. False where some were not when the time was over: their clients are told,
+    // and their threads still run what belongs to the handler, so that the process must end without
+    // taking that apart.
     bool stop(std::chrono::milliseconds time);
 
 private:

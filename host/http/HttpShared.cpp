@@ -21,7 +21,9 @@ constexpr int QUIET_LOOKS = 50;
 HttpShared::HttpShared(HttpServerOptions given, HttpServer::Handler answers)
     : options(std::move(given)),
       handler(std::move(answers)),
-      _workers(std::make_shared<HttpWorkers>(options.limits.workers, options.limits.lostWorkers)) {
+      // One more than are in the handler: somebody is there to read, and to refuse.
+      _workers(
+          std::make_shared<HttpWorkers>(options.limits.workers + 1, options.limits.lostWorkers)) {
     // Half of the threads at least wait for the others to be held up.
     const std::size_t loops =
         std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1,
@@ -77,6 +79,33 @@ void HttpShared::stopWatching() {
     if (_watcher.joinable()) {
         _watcher.join();
     }
+}
+
+HttpShared::Turn HttpShared::takeTurn(std::function<void()> onTurn) {
+    const std::lock_guard<std::mutex> lock(_turnMutex);
+    if (_turns < options.limits.workers) {
+        ++_turns;
+        return Now;
+    }
+    if (_waiting.size() >= options.limits.waiting) {
+        return Never;
+    }
+    _waiting.push_back(std::move(onTurn));
+    return Later;
+}
+
+void HttpShared::endTurn() {
+    std::function<void()> next;
+    {
+        const std::lock_guard<std::mutex> lock(_turnMutex);
+        if (_waiting.empty()) {
+            --_turns;
+            return;
+        }
+        next = std::move(_waiting.front());
+        _waiting.pop_front();
+    }
+    next();
 }
 
 void HttpShared::add(const std::shared_ptr<HttpConnection>& connection) {

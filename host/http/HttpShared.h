@@ -4,6 +4,8 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -47,6 +49,12 @@ public:
     void remove(const std::shared_ptr<HttpConnection>& connection);
     std::set<std::shared_ptr<HttpConnection>> connections() const;
 
+    // Whether a request may be answered now, or when its turn comes, for which it waits; or there
+    // are too many. Each turn that came is ended, by who is done with it.
+    enum Turn { Now, Later, Never };
+    Turn takeTurn(std::function<void()> onTurn);
+    void endTurn();
+
     // Behind each HttpLoop::enterHandler: somebody watches from now on.
     void wakeWatcher();
 
@@ -67,6 +75,9 @@ private:
     std::set<std::shared_ptr<HttpConnection>> _connections;
     std::size_t _admitted = 0;
     std::map<std::string, std::size_t> _clients;
+    std::mutex _turnMutex;
+    std::size_t _turns = 0;
+    std::deque<std::function<void()>> _waiting;
     std::condition_variable _wakeWatcher;
     std::atomic<bool> _watcherSleeps{false};
     bool _watcherEnds = false;

@@ -11,6 +11,9 @@ struct HttpTrust {
     // Certificates (PEM): of authorities, or servers' own. Empty: the system's authorities.
     std::string authorityFile;
     bool acceptsAny = false;  // whoever answers: no certificate is looked at
+    // Another file of the same, which is believed besides the system's authorities where it is
+    // there.
+    std::string ownCertificateFile = {};
 };
 
 // Throws Error where the file cannot be read or holds no certificate.

@@ -111,7 +111,12 @@ void ResponseStream::addHeader(const std::string& name, const std::string& value
     _answer.headers.emplace_back(name, value);
 }
 
-void ResponseStream::setLateAnswer(std::function<HttpAnswer()> make) {
+void ResponseStream::setTrailerNames(const std::string& names) {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    _trailerNames = names;
+}
+
+void ResponseStream::setLateAnswer(std::function<HttpAnswer(Late why)> make) {
     const std::lock_guard<std::mutex> lock(_mutex);
     _late = std::move(make);
 }
@@ -159,11 +164,11 @@ std::string ResponseStream::_start() {
         _form.keepsAlive = false;
         return _head(_answer, _form, "");
     }
-    return _head(_answer, _form,
-                 std::string("Transfer-Encoding: chunked\r\n") +
-                     (_form.acceptsTrailers
-                          ? "Trailer: CIMError, CIMStatusCode, CIMStatusCodeDescription\r\n"
-                          : ""));
+    std::string framing = "Transfer-Encoding: chunked\r\n";
+    if (_form.acceptsTrailers && !_trailerNames.empty()) {
+        framing.append("Trailer: ").append(_trailerNames).append("\r\n");
+    }
+    return _head(_answer, _form, framing);
 }
 
 void ResponseStream::discard(const HttpHeaders& trailers) {
@@ -208,7 +213,7 @@ std::optional<ResponseStream::End> ResponseStream::finish() {
     return End{(_answer.body.empty() ? "" : _chunk(_answer.body)) + "0\r\n\r\n", _next()};
 }
 
-std::optional<ResponseStream::End> ResponseStream::expire() {
+std::optional<ResponseStream::End> ResponseStream::expire(Late why) {
     const std::lock_guard<std::mutex> lock(_mutex);
     if (_isFinished) {
         return std::nullopt;
@@ -219,7 +224,7 @@ std::optional<ResponseStream::End> ResponseStream::expire() {
         return End{{}, Abort};
     }
     _isStarted = true;
-    _answer = _late ? _late() : HttpAnswer{503, {}, {}};
+    _answer = _late ? _late(why) : HttpAnswer{503, {}, {}};
     _form.keepsAlive = false;
     _bodyBytes = _answer.body.size();
     return End{assemble(_answer, _form), Close};

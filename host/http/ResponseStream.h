@@ -45,15 +45,16 @@ public:
     void write(std::string_view bytes) override;
     bool isStarted() const override;
     void discard(const HttpHeaders& trailers) override;
-    void setLateAnswer(std::function<HttpAnswer()> make) override;
+    void setLateAnswer(std::function<HttpAnswer(Late why)> make) override;
+    void setTrailerNames(const std::string& names) override;
     void setLogText(const std::string& text) override;
 
     // What is left to be sent; the thread that answers is done. None where time was over before.
     std::optional<End> finish();
 
-    // When time is over, from another thread: what is written from now on goes nowhere. None where
-    // the answer is complete already; else what the client is told in its place.
-    std::optional<End> expire();
+    // When nobody waits any more, from another thread: what is written from now on goes nowhere.
+    // None where the answer is complete already; else what the client is told in its place.
+    std::optional<End> expire(Late why);
 
     struct Summary {
         int status;
@@ -73,7 +74,8 @@ private:
     Form _form;
     Send _send;
     HttpAnswer _answer;  // its body: what is not yet sent
-    std::function<HttpAnswer()> _late;
+    std::function<HttpAnswer(Late why)> _late;
+    std::string _trailerNames;
     std::string _logText;
     std::size_t _bodyBytes = 0;
     std::optional<End> _cutOff;

@@ -20,6 +20,18 @@ bool _isAddress(const std::string& host) {
            inet_pton(AF_INET6, host.c_str(), address) == 1;
 }
 
+// A server's own certificate may be in a file without that of who issued it.
+void _believeWithoutIssuer(SSL_CTX* context) {
+    X509_VERIFY_PARAM_set_flags(SSL_CTX_get0_param(context), X509_V_FLAG_PARTIAL_CHAIN);
+}
+
+void _believeOwn(SSL_CTX* context, const std::string& file) {
+    if (!file.empty() && SSL_CTX_load_verify_file(context, file.c_str()) == 1) {
+        _believeWithoutIssuer(context);
+    }
+    ERR_clear_error();
+}
+
 std::string _certificateFailure(long result) {
     switch (result) {
         case X509_V_OK:
@@ -54,6 +66,7 @@ void setTrust(SSL_CTX* context, const HttpTrust& trust) {
     SSL_CTX_set_verify(context, trust.acceptsAny ? SSL_VERIFY_NONE : SSL_VERIFY_PEER, nullptr);
     if (trust.authorityFile.empty()) {
         SSL_CTX_set_default_verify_paths(context);
+        _believeOwn(context, trust.ownCertificateFile);
         return;
     }
     ERR_clear_error();
@@ -65,8 +78,7 @@ void setTrust(SSL_CTX* context, const HttpTrust& trust) {
                     (ERR_SYSTEM_ERROR(error) ? systemErrorText(int(ERR_GET_REASON(error)))
                                              : std::string("it is no file in PEM form")));
     }
-    // A server's own certificate may be in the file without that of who issued it.
-    X509_VERIFY_PARAM_set_flags(SSL_CTX_get0_param(context), X509_V_FLAG_PARTIAL_CHAIN);
+    _believeWithoutIssuer(context);
 }
 
 void checkTrust(const HttpTrust& trust) {

@@ -218,6 +218,10 @@ HttpHeaders HttpMapping::trailers(int status, const std::string& description) co
             {_prefix + "CIMStatusCodeDescription", _escaped(description)}};
 }
 
+std::string HttpMapping::trailerNames() const {
+    return _prefix + "CIMStatusCode, " + _prefix + "CIMStatusCodeDescription";
+}
+
 HttpAnswer HttpMapping::failure(int status, const std::string& cimError) const {
     return {status, {{_prefix + "CIMError", cimError}}, {}};
 }

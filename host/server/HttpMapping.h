@@ -30,6 +30,8 @@ public:
 
     // What ends an answer that fails when some of it left already.
     HttpHeaders trailers(int status, const std::string& description) const;
+    // Their names, for a Trailer header (RFC 9110, 6.6.2).
+    std::string trailerNames() const;
 
     // An answer without a body: CIMError says why.
     HttpAnswer failure(int status, const std::string& cimError) const;

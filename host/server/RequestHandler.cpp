@@ -75,6 +75,16 @@ std::string _logText(const CimRequest& request, int status) {
     return status == 0 ? text : text + " CIM status " + std::to_string(status);
 }
 
+std::string _lateAnswer(const CimCall& call, HttpReply::Late why, std::chrono::seconds limit) {
+    if (why == HttpReply::ServerStops) {
+        return CimResponseWriter::error(call, CIM_ERR_SERVER_IS_SHUTTING_DOWN,
+                                        "the server stops before the provider has answered");
+    }
+    return CimResponseWriter::error(
+        call, CIM_ERR_FAILED,
+        "the provider did not answer within " + std::to_string(limit.count()) + " seconds");
+}
+
 // One call's answer: written as it comes, or replaced by an error.
 class Answer {
 public:
@@ -120,13 +130,11 @@ void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
         return _send(reply, *mismatch);
     }
     reply.setLogText(_logText(request, 0));
-    reply.setLateAnswer([call = request.call, headers = mapping.answerHeaders(), this] {
-        return HttpAnswer{
-            200, headers,
-            CimResponseWriter::error(call, CIM_ERR_FAILED,
-                                     "the provider did not answer within " +
-                                         std::to_string(_limits.answer.count()) + " seconds")};
-    });
+    reply.setTrailerNames(mapping.trailerNames());
+    reply.setLateAnswer(
+        [call = request.call, headers = mapping.answerHeaders(), this](HttpReply::Late why) {
+            return HttpAnswer{200, headers, _lateAnswer(call, why, _limits.answer)};
+        });
     InProcessServer::Caller caller{http.caller.name,
                                    parseAcceptLanguage(http.header("Accept-Language"))};
     int status = CIM_ERR_FAILED;

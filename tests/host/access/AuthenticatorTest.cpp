@@ -29,6 +29,10 @@ public:
         return login.password == "right" ? Finding{Finding::Right, Rights().with(Right::Read)}
                                          : Finding{};
     }
+    std::optional<Rights> rightsOf(const std::string& user) override {
+        ++asked;
+        return user == "anna" ? std::optional<Rights>(Rights().with(Right::Write)) : std::nullopt;
+    }
     std::uint64_t revision() override { return changes; }
 
     std::atomic<int> asked{0};
@@ -41,6 +45,7 @@ Login login(const std::string& user, const std::string& password,
             const std::string& peer = "192.0.2.7") {
     Login login;
     login.peer = peer;
+    login.isEncrypted = true;
     login.hasPassword = true;
     login.user = user;
     login.password = password;
@@ -79,6 +84,7 @@ TEST_F(AuthenticatorTest, RefusesWrongPasswordsAndNone) {
     EXPECT_EQ(Verdict::Refused, kindOf(login("anna", "wrong")));
     Login none;
     none.peer = "192.0.2.7";
+    none.isEncrypted = true;
     EXPECT_EQ(Verdict::Refused, kindOf(none));
     EXPECT_EQ(1, passwords->asked);
 }
@@ -159,6 +165,49 @@ TEST_F(AuthenticatorTest, CountsNoPasswordThatNobodyCouldCheck) {
         EXPECT_EQ(Verdict::Busy, kindOf(login("unknowable", "right")));
     }
     EXPECT_EQ(5, passwords->asked);
+}
+
+TEST_F(AuthenticatorTest, AnswersOtherMachinesInTheClearWhereItIsToldTo) {
+    Login plain = login("anna", "right");
+    plain.isEncrypted = false;
+    EXPECT_EQ(Verdict::TooPlain, kindOf(plain));
+    EXPECT_EQ(0, passwords->asked) << "it is not looked at";
+    for (const char* own : {"127.0.0.1", "127.9.8.7", "::1"}) {
+        plain.peer = own;
+        EXPECT_EQ(Verdict::Accepted, kindOf(plain)) << own;
+    }
+    for (const char* other : {"128.0.0.1", "::2", "127.0.0.1.example", ""}) {
+        plain.peer = other;
+        EXPECT_EQ(Verdict::TooPlain, kindOf(plain)) << other;
+    }
+    Authenticator::Limits limits;
+    limits.allowsPlain = true;
+    Authenticator open(passwords, {}, limits, [](const std::string&) {});
+    std::promise<Verdict::Kind> kind;
+    EXPECT_FALSE(open.authenticate(
+        plain, [&kind](const Verdict& verdict) { kind.set_value(verdict.kind); }));
+    EXPECT_EQ(Verdict::Accepted, kind.get_future().get());
+}
+
+TEST_F(AuthenticatorTest, KnowsItsUsersByTheirCertificates) {
+    Login shown = login("", "");
+    shown.hasPassword = false;
+    shown.certificateName = "anna";
+    const Verdict verdict = ask(shown);
+    EXPECT_EQ(Verdict::Accepted, verdict.kind);
+    EXPECT_EQ("anna", verdict.caller.name);
+    EXPECT_EQ(Caller::Certificate, verdict.caller.origin);
+    EXPECT_EQ("write", verdict.caller.rights.text());
+    shown.certificateName = "nobody";
+    EXPECT_EQ(Verdict::Refused, kindOf(shown)) << "not taken for who came before";
+}
+
+TEST_F(AuthenticatorTest, BelievesAPasswordBeforeACertificate) {
+    Login both = login("bob", "right");
+    both.certificateName = "anna";
+    EXPECT_EQ("bob", ask(both).caller.name);
+    both.password = "wrong";
+    EXPECT_EQ(Verdict::Refused, kindOf(both));
 }
 
 TEST_F(AuthenticatorTest, KnowsLocalUsersByTheirNumber) {

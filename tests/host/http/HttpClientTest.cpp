@@ -109,6 +109,36 @@ TEST(HttpClient, RefusesACertificateOfNobodyItKnows) {
     EXPECT_THAT(_askedOf(authority, {}), HasSubstr(refusal)) << "signed by itself";
 }
 
+TEST(HttpClient, TrustsTheMachinesOwnServerToo) {
+    const TestCertificate own = _issued(TestCertificate(), "IP:127.0.0.1");
+    HttpTrust trust;
+    trust.ownCertificateFile = "/nowhere";
+    EXPECT_THAT(_askedOf(own, trust), HasSubstr("nobody who is trusted here"));
+    const CertificateFile file(own);
+    trust.ownCertificateFile = file.path;
+    EXPECT_EQ(_askedOf(own, trust), "<one>");
+    const CertificateFile other{TestCertificate()};
+    trust.authorityFile = other.path;
+    EXPECT_THAT(_askedOf(own, trust), HasSubstr("nobody who is trusted here")) << "that file alone";
+}
+
+TEST(HttpClient, AsksOverAUnixSocket) {
+    const TemporaryFolder folder;
+    HttpServerOptions options;
+    options.listeners.front().socketFile = folder.file("s");
+    HttpPeer peer{"127.0.0.1", 1};
+    peer.socketFile = options.listeners.front().socketFile;
+    EXPECT_THAT(_asked(peer), HasSubstr("unix://" + peer.socketFile + " cannot be reached"));
+    HttpServer server(options, [](const HttpRequest& request, HttpReply& reply) {
+        reply.write("<" + request.body + ">");
+    });
+    HttpClient client(peer);
+    EXPECT_EQ(_post(client, "one"), "<one>");
+    EXPECT_EQ(_post(client, "two"), "<two>") << "over the same connection";
+    peer.socketFile = std::string(200, 'a');
+    EXPECT_THAT(_asked(peer), HasSubstr("its name is too long"));
+}
+
 TEST(HttpClient, RefusesACertificateOutsideItsTime) {
     const TestCertificate authority;
     const CertificateFile file(authority);

@@ -7,6 +7,8 @@
 
 #include "HttpServer.h"
 #include "RawClient.h"
+#include "ScopedEnvironment.h"
+#include "TemporaryFolder.h"
 #include "TestCaller.h"
 
 // What a client gets over a connection from the whole server.
@@ -64,15 +66,48 @@ TEST_F(Connection, AnswersExtendedRequestsUnderTheirPrefix) {
 TEST_F(Connection, TellsInTrailersWhatFailsAfterMuchWasSent) {
     HttpRequest request = enumerate("TEST_ManyThenThrows");
     request.headers.emplace_back("TE", "trailers");
-    EXPECT_THAT(answer(request), AllOf(HasSubstr("\r\nTransfer-Encoding: chunked\r\n"),
-                                       EndsWith("\r\n0\r\nCIMStatusCode: 2\r\n"
-                                                "CIMStatusCodeDescription: enough\r\n\r\n")));
+    EXPECT_THAT(answer(request),
+                AllOf(HasSubstr("\r\nTransfer-Encoding: chunked\r\n"),
+                      HasSubstr("\r\nTrailer: CIMStatusCode, CIMStatusCodeDescription\r\n"),
+                      EndsWith("\r\n0\r\nCIMStatusCode: 2\r\n"
+                               "CIMStatusCodeDescription: enough\r\n\r\n")));
+}
+
+TEST_F(Connection, NamesTheTrailersOfExtendedRequestsUnderTheirPrefix) {
+    HttpRequest request = enumerate("TEST_ManyThenThrows");
+    request.method = "M-POST";
+    request.headers = {{"Content-Type", "application/xml"},
+                       {"Man", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73"},
+                       {"73-CIMOperation", "MethodCall"},
+                       {"73-CIMMethod", "EnumerateInstances"},
+                       {"73-CIMObject", "root/tavqz"},
+                       {"TE", "trailers"}};
+    EXPECT_THAT(answer(request),
+                AllOf(HasSubstr("\r\nTrailer: 73-CIMStatusCode, 73-CIMStatusCodeDescription\r\n"),
+                      EndsWith("\r\n0\r\n73-CIMStatusCode: 2\r\n"
+                               "73-CIMStatusCodeDescription: enough\r\n\r\n")));
 }
 
 TEST_F(Connection, EndsWithoutAnEndWhereTheClientTakesNoTrailers) {
     const RawClient client(http.port());
     client.send(TestCaller::bytesOf(enumerate("TEST_ManyThenThrows")));
     EXPECT_TRUE(client.isReset());
+}
+
+TEST_F(Connection, TellsAClientThatTheServerStops) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment asked("TAVQZ_TEST_MODIFIED", folder.file("asked"));
+    const RawClient client(http.port());
+    client.send(TestCaller::bytesOf(enumerate("TEST_Waits")));
+    while (folder.read("asked").empty()) {
+        std::this_thread::yield();
+    }
+    EXPECT_FALSE(http.stop(milliseconds(0)));
+    EXPECT_THAT(client.receive(), HasSubstr("<ERROR CODE=\"28\" DESCRIPTION=\"the server stops"));
+    EXPECT_EQ(server.call("EnumerateInstances", TestCaller::className("TEST_Releases")).error, 0);
+    while (http.lostWorkers() != 0) {
+        std::this_thread::yield();
+    }
 }
 
 class ImpatientConnection : public Connection {

@@ -174,11 +174,13 @@ TEST_F(HttpMappingTest, TellsWhatAMethodOfAClassIsAnsweredWith) {
 TEST_F(HttpMappingTest, PreparesTheAnswerOfAProviderThatHangs) {
     const MemoryReply reply = answer(_with("X", "y"));
     ASSERT_TRUE(reply.late);
-    const HttpAnswer late = reply.late();
+    const HttpAnswer late = reply.late(QZ::HttpReply::TookTooLong);
     const CallResult result = TestCaller::result("EnumerateInstances", late.body);
     EXPECT_EQ(late.status, 200);
     EXPECT_EQ(result.error, 1);
     EXPECT_EQ(result.description, "the provider did not answer within 60 seconds");
+    const HttpAnswer last = reply.late(QZ::HttpReply::ServerStops);
+    EXPECT_EQ(TestCaller::result("EnumerateInstances", last.body).error, 28);
 }
 
 TEST(AcceptLanguage, IsReadAsAListWithTheBestFirst) {

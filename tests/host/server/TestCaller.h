@@ -33,7 +33,10 @@ public:
     void discard(const QZ::HttpHeaders& given) override {
         started ? void(trailers = given) : void(answer = {});
     }
-    void setLateAnswer(std::function<QZ::HttpAnswer()> make) override { late = std::move(make); }
+    void setLateAnswer(std::function<QZ::HttpAnswer(Late why)> make) override {
+        late = std::move(make);
+    }
+    void setTrailerNames(const std::string& names) override { trailerNames = names; }
     void setLogText(const std::string& text) override { logText = text; }
 
     std::string header(const std::string& name) const {
@@ -47,7 +50,8 @@ public:
 
     QZ::HttpAnswer answer;
     QZ::HttpHeaders trailers;
-    std::function<QZ::HttpAnswer()> late;
+    std::function<QZ::HttpAnswer(Late why)> late;
+    std::string trailerNames;
     std::string logText;
     std::size_t written = 0;
     std::size_t startsAt = std::size_t(1) << 30;

@@ -25,13 +25,24 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-enum Kind { Nobody, WrongPassword, Reader, Writer, Subscriber, LocalUser, LocalStranger };
+enum Kind {
+    Nobody,
+    WrongPassword,
+    Reader,
+    Writer,
+    Subscriber,
+    LocalUser,
+    LocalStranger,
+    CertificateHolder,
+    RemotePlain,
+};
 
 constexpr struct {
     Kind kind;
     const char* user;  // who sends a password
     const char* password;
     const char* rights;  // null: is not let in
+    const char* refusal = "HTTP/1.1 401 ";
 } CALLERS[] = {
     {Nobody, "", "", nullptr},
     {WrongPassword, "guesser", "wrong", nullptr},
@@ -40,6 +51,8 @@ constexpr struct {
     {Subscriber, "subscriber", "secret", "subscribe"},
     {LocalUser, "", "", "read,write,subscribe"},
     {LocalStranger, "", "", ""},
+    {CertificateHolder, "", "", "write"},
+    {RemotePlain, "writer", "secret", nullptr, "HTTP/1.1 403 "},
 };
 
 struct Operation {
@@ -123,6 +136,9 @@ protected:
         options.authenticate = [this](const Login& given, const TakeVerdict& later) {
             Login login = given;
             login.localUser = localUser;
+            login.isEncrypted = kind == CertificateHolder;
+            login.certificateName = kind == CertificateHolder ? "writer" : "";
+            login.peer = kind == RemotePlain ? "192.0.2.7" : login.peer;
             return authenticator->authenticate(login, later);
         };
         server = std::make_unique<HttpServer>(options,
@@ -132,7 +148,8 @@ protected:
     }
 
     // All that comes back.
-    std::string ask(const Operation& operation, Kind kind) {
+    std::string ask(const Operation& operation, Kind who) {
+        kind = who;
         const auto& caller = CALLERS[kind];
         localUser.reset();
         if (kind == LocalUser || kind == LocalStranger) {
@@ -155,6 +172,7 @@ protected:
     }
 
     const TemporaryFolder folder;
+    Kind kind = Nobody;
     std::optional<uid_t> localUser;
     std::unique_ptr<Authenticator> authenticator;
     TestCaller cim;
@@ -168,7 +186,7 @@ TEST_F(WhoMayTest, EachOperationNeedsItsRight) {
                          std::to_string(caller.kind) + ", " + operation.parameters);
             const std::string answer = ask(operation, caller.kind);
             if (!caller.rights) {
-                EXPECT_THAT(answer, StartsWith("HTTP/1.1 401 "));
+                EXPECT_THAT(answer, StartsWith(caller.refusal));
                 continue;
             }
             EXPECT_THAT(answer, StartsWith("HTTP/1.1 200 "));

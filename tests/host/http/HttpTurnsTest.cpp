@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include <atomic>
+#include <future>
+#include <memory>
+#include <thread>
+
+#include "HttpServer.h"
+#include "RawClient.h"
+
+// Who is answered, who waits for it, and who is told that he will not be.
+
+namespace QZ {
+namespace {
+
+using std::chrono::milliseconds;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+void echo(const HttpRequest& request, HttpReply& reply) {
+    reply.write("<" + request.body + ">");
+}
+
+std::string post(const std::string& body, const std::string& more = std::string()) {
+    return "POST /cimom HTTP/1.1\r\nHost: a\r\n" + more +
+           "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+const std::string LAST = "Connection: close\r\n";
+
+HttpServerOptions withLimits(const HttpLimits& limits) {
+    HttpServerOptions options;
+    options.limits = limits;
+    return options;
+}
+
+TEST(HttpTurns, TellsAClientThatItStops) {
+    std::promise<void> end;
+    std::promise<void> begin;
+    HttpServer server({}, [&](const HttpRequest&, HttpReply& reply) {
+        reply.setLateAnswer([](HttpReply::Late why) {
+            return HttpAnswer{500, {}, why == HttpReply::ServerStops ? "stops" : "late"};
+        });
+        begin.set_value();
+        end.get_future().wait();
+    });
+    const RawClient client(server.port());
+    client.send(post(""));
+    begin.get_future().wait();
+    EXPECT_FALSE(server.stop(milliseconds(0)));
+    EXPECT_THAT(client.receive(), EndsWith("\r\n\r\nstops"));
+    end.set_value();
+    while (server.lostWorkers() != 0) {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(server.stop(milliseconds(0)));
+}
+
+// One request at a time, and one that waits.
+class BusyServer : public testing::Test {
+protected:
+    BusyServer() {
+        HttpLimits limits;
+        limits.workers = 1;
+        limits.waiting = 1;
+        server = std::make_unique<HttpServer>(withLimits(limits),
+                                              [this](const HttpRequest& request, HttpReply& reply) {
+                                                  if (request.body == "slow" && ++begun == 1) {
+                                                      begin.set_value();
+                                                      ended.wait();
+                                                  }
+                                                  echo(request, reply);
+                                              });
+        slow = std::make_unique<RawClient>(server->port());
+        slow->send(post("slow", LAST));
+        begin.get_future().wait();
+        // Whichever of the two comes first waits, the other is told that there is no place.
+        for (auto& client : others) {
+            client = std::make_unique<RawClient>(server->port());
+            client->send(post("quick", LAST));
+        }
+    }
+
+    // Which of the others waits, by the answer to the one that does not.
+    std::size_t waiting() {
+        pollfd both[2] = {{others[0]->descriptor(), POLLIN, 0},
+                          {others[1]->descriptor(), POLLIN, 0}};
+        EXPECT_EQ(1, poll(both, 2, 10'000));
+        const std::size_t refused = both[0].revents != 0 ? 0 : 1;
+        EXPECT_THAT(others[refused]->receive(),
+                    AllOf(StartsWith("HTTP/1.1 503 "), HasSubstr("\r\nRetry-After: 1\r\n")));
+        return 1 - refused;
+    }
+
+    std::promise<void> begin;
+    std::promise<void> end;
+    std::shared_future<void> ended = end.get_future().share();
+    std::atomic<int> begun{0};
+    std::unique_ptr<HttpServer> server;
+    std::unique_ptr<RawClient> slow;
+    std::unique_ptr<RawClient> others[2];
+};
+
+TEST_F(BusyServer, LetsOneWaitAndRefusesTheNext) {
+    const RawClient& next = *others[waiting()];
+    end.set_value();
+    EXPECT_THAT(slow->receive(), EndsWith("<slow>"));
+    EXPECT_THAT(next.receive(), EndsWith("<quick>"));
+}
+
+TEST_F(BusyServer, AnswersWhatWaitsBeforeItStops) {
+    const RawClient& next = *others[waiting()];
+    std::thread stopping([this] { EXPECT_TRUE(server->stop(std::chrono::seconds(10))); });
+    end.set_value();
+    EXPECT_THAT(slow->receive(), EndsWith("<slow>"));
+    EXPECT_THAT(next.receive(), EndsWith("<quick>"));
+    stopping.join();
+}
+
+TEST(HttpTurns, GivesTheTurnOfALostRequestToTheNext) {
+    HttpLimits limits;
+    limits.workers = 1;
+    limits.answer = milliseconds(200);
+    std::promise<void> end;
+    std::atomic<int> calls{0};
+    HttpServer server(withLimits(limits), [&](const HttpRequest& request, HttpReply& reply) {
+        if (++calls == 1) {
+            end.get_future().wait();
+        }
+        echo(request, reply);
+    });
+    const RawClient slow(server.port());
+    slow.send(post("slow"));
+    EXPECT_THAT(slow.receive(), StartsWith("HTTP/1.1 503 "));
+    for (int i = 0; i < 3; ++i) {
+        const RawClient next(server.port());
+        next.send(post("next", LAST));
+        EXPECT_THAT(next.receive(), EndsWith("<next>"));
+    }
+    end.set_value();
+}
+
+}  // namespace
+}  // namespace QZ
