@@ -79,7 +79,7 @@ const std::string* _find(const HttpAnswer& answer, const char* name) {
 
 RemoteServer::RemoteServer(ServerAddress address, const HttpTrust& trust)
     : _address(std::move(address)),
-      _client({_address.host, _address.port, _address.isSecure, trust}) {}
+      _client({_address.host, _address.port, _address.isSecure, trust, _address.socketFile}) {}
 
 CimAnswer RemoteServer::_ask(CimRequest request) {
     request.call.messageId = std::to_string(++_messages);
