@@ -3,34 +3,62 @@
 #include "AccessCommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
+#include <filesystem>
+#include <iterator>
+
+#include "ServeKeys.h"
 
 namespace QZ {
 
-void addAccessOptions(CLI::App& serve, ServeRequest& request) {
-    CLI::Option* const user = serve.add_option("--user", request.user, "Who may ask");
-    user->type_name("NAME")->capture_default_str();
-    CLI::Option* const password =
-        serve.add_option("--password-file", request.passwordFile,
-                         "The file whose first line is the password; else one is made");
-    password->type_name("FILE");
-    AccessRequest& access = request.access;
-    CLI::Option* const file = serve.add_option("--credentials", access.credentialsFile,
-                                               "The file of users that \"passwd\" keeps may ask");
-    file->type_name("FILE")->excludes(user)->excludes(password);
-    CLI::Option* const pam = serve.add_flag(
-        "--pam", access.usesPam, "The system's users may ask, with what their groups let them do");
-    pam->excludes(user)->excludes(password)->excludes(file);
+void addServeOptions(CLI::App& serve, ServeArguments& arguments) {
     serve
-        .add_option("--pam-folder", access.pamFolder,
-                    "The folder of PAM's file \"tavqz\"; else the system's")
-        ->type_name("DIR")
-        ->needs(pam);
-    const auto group = [&serve](const char* option, std::string& name, const char* description) {
-        serve.add_option(option, name, description)->type_name("GROUP")->capture_default_str();
-    };
-    group("--readers", access.readers, "The group whose members may read");
-    group("--writers", access.writers, "The group whose members may write asset data");
-    group("--subscribers", access.subscribers, "The group whose members may subscribe to alerts");
+        .add_option("--config", arguments.configFile,
+                    "The file of the same options, \"key = value\" a line; those given here count")
+        ->type_name("FILE");
+    for (const ServeKey& key : serveKeys()) {
+        if (key.isGlobal) {
+            continue;
+        }
+        const std::string option = "--" + key.name;
+        std::vector<std::string>& values = arguments.values[key.name];
+        if (key.kind == ServeKey::Switch) {
+            serve.add_flag_function(
+                option, [&values](std::int64_t count) { values = {count > 0 ? "yes" : "no"}; },
+                key.description);
+            continue;
+        }
+        CLI::Option* const added = serve.add_option(option, values, key.description);
+        added->type_name(key.type)->allow_extra_args(false)->default_str(key.standard);
+        if (!key.isList) {
+            added->expected(1);
+        }
+    }
+}
+
+void checkServeOptions(ServeArguments& arguments) {
+    const std::string folder = std::filesystem::current_path().string();
+    for (auto at = arguments.values.begin(); at != arguments.values.end();) {
+        auto& [name, values] = *at;
+        const ServeKey& key = *findServeKey(name);
+        try {
+            for (std::string& value : values) {
+                value = checkedServeValue(key, value, folder);
+            }
+        } catch (const UsageError& error) {
+            throw CLI::ValidationError("--" + name, error.what());
+        }
+        at = values.empty() ? arguments.values.erase(at) : std::next(at);
+    }
+    try {
+        if (arguments.configFile.empty()) {
+            (void)makeServeRequest(arguments.values);
+        } else {
+            arguments.configFile = (std::filesystem::path(folder) / arguments.configFile).string();
+        }
+    } catch (const UsageError& error) {
+        throw CLI::ValidationError("serve", error.what());
+    }
 }
 
 void addPasswdOptions(CLI::App& passwd, PasswdRequest& request) {

@@ -9,7 +9,11 @@
 namespace QZ {
 
 // The options of "serve" that say who may ask.
-void addAccessOptions(CLI::App& serve, ServeRequest& request);
+// The options of "serve", one for each of its keys, and that of a file of the same.
+void addServeOptions(CLI::App& serve, ServeArguments& arguments);
+
+// After parsing: their values as they are to be taken. Throws CLI::ValidationError.
+void checkServeOptions(ServeArguments& arguments);
 
 // What stands behind "passwd".
 void addPasswdOptions(CLI::App& passwd, PasswdRequest& request);

@@ -129,15 +129,7 @@ void _addServe(CLI::App& app, Request& request) {
     CLI::App* added =
         _addCommand(app, request, Request::Serve, "serve",
                     "Answer CIM clients over HTTP until it is told to stop", "serve --port 0");
-    ServeRequest& serve = request.serve;
-    added->add_option("--listen", serve.address, "The address, one of this machine's own")
-        ->type_name("ADDRESS")
-        ->capture_default_str();
-    added->add_option("--port", serve.port, "The port; 0: any that is free")
-        ->type_name("PORT")
-        ->check(CLI::Range(0, 65535))
-        ->capture_default_str();
-    addAccessOptions(*added, serve);
+    addServeOptions(*added, request.serve);
 }
 
 void _addWatch(CLI::App& app, Request& request) {
@@ -286,9 +278,11 @@ ParsedArguments parseArguments(int count, const char* const* arguments) {
         _chooseWhomToAsk(result.request);
         _makeAbsolute(result.request.fru.file);
         _makeAbsolute(result.request.passwd.file);
-        _makeAbsolute(result.request.serve.access.credentialsFile);
-        _makeAbsolute(result.request.serve.access.pamFolder);
         _makeAbsolute(result.request.authorityFile);
+        if (!result.request.authorityFile.empty()) {
+            result.request.serve.values["cacert"] = {result.request.authorityFile};
+        }
+        checkServeOptions(result.request.serve);
         result.isRequest = true;
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;

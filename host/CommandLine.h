@@ -7,6 +7,7 @@
 
 #include "Error.h"
 #include "RegisterRequest.h"
+#include "ServeRequest.h"
 
 namespace QZ {
 
@@ -25,31 +26,12 @@ public:
     using Error::Error;
 };
 
-// What "serve" is told of who may ask.
-struct AccessRequest {
-    std::string credentialsFile;  // empty: none
-    bool usesPam = false;
-    std::string pamFolder;                  // of its service's file; empty: the system's
-    std::string readers = "tavqz-readers";  // Unix groups
-    std::string writers = "tavqz-writers";
-    std::string subscribers = "tavqz-subscribers";
-};
-
 // What "passwd" is told.
 struct PasswdRequest {
     std::string user;
     std::string file;    // empty: the one in the data folder
     std::string rights;  // with commas; empty: what they are
     bool isDeletion = false;
-};
-
-// What "serve" is told.
-struct ServeRequest {
-    std::string address = "127.0.0.1";
-    unsigned port = 5988;  // 0: any that is free
-    std::string user = "tavqz";
-    std::string passwordFile;  // empty: a password for this run
-    AccessRequest access;
 };
 
 // What "watch" is told.
@@ -96,7 +78,7 @@ struct Request {
     bool isRaw = false;                    // of "sel"
     FruRequest fru;
     PasswdRequest passwd;
-    ServeRequest serve;
+    ServeArguments serve;
     WatchRequest watch;
     RegisterRequest registration;
     std::string format = "table";

@@ -15,6 +15,7 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "InProcessServer.h"
+#include "Listeners.h"
 #include "ModuleAlerts.h"
 #include "Passwd.h"
 #include "Registrar.h"
@@ -43,18 +44,28 @@ int _fail(ExitStatus status, const std::string& message) {
     return status;
 }
 
+std::string _moduleFile(const Workplace& place, const std::string& location) {
+    const auto registered = [&](const std::string& name) {
+        return place.libraryFolder + '/' + name;
+    };
+    const std::string library = "lib" + location + ".so";
+    const std::string given = std::filesystem::path(place.moduleFile).filename().string();
+    // One that is given has the place of the module of its name, or of all where none has that.
+    std::error_code error;
+    const bool isOfAnother = given != library && std::filesystem::exists(registered(given), error);
+    return place.moduleFile.empty() || isOfAnother ? registered(library) : place.moduleFile;
+}
+
 std::unique_ptr<InProcessServer> _makeServer(const Workplace& place) {
     return std::make_unique<InProcessServer>(
-        place.schemaFolder, [place](const std::string& location) {
-            return place.moduleFile.empty() ? place.libraryFolder + "/lib" + location + ".so"
-                                            : place.moduleFile;
-        });
+        place.schemaFolder,
+        [place](const std::string& location) { return _moduleFile(place, location); });
 }
 
 ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& output) {
-    return serve(request.serve, {request.authorityFile, false},
-                 [&place] { return _makeServer(place); },
-                 {[&output](const std::string& line) { output.write(line + "\n"); }, _say});
+    return serve(request.serve, [&place] { return _makeServer(place); },
+                 {[&output](const std::string& line) { output.write(line + "\n"); }, _say,
+                  [](const std::string& line) { std::cerr << line + "\n"; }});
 }
 
 // Empty where it is gone.
@@ -72,7 +83,8 @@ ExitStatus _watch(const Request& request, AlertSource& alerts, const Schema& sch
 
 int _askServer(const Request& request, ResultOutput& output) {
     const ServerAddress address = parseServerUrl(request.server);
-    const HttpTrust trust{request.authorityFile, request.acceptsAnyCertificate};
+    const HttpTrust trust{request.authorityFile, request.acceptsAnyCertificate,
+                          ownCertificateFile()};
     RemoteServer server(address, trust);
     if (request.command == Request::Watch) {
         ServerAlerts alerts(address, trust);

@@ -14,18 +14,21 @@ namespace QZ {
 
 namespace {
 
-sigset_t _stopSignals() {
+sigset_t _signalsOf(StopSignals::Which which) {
     sigset_t set;
     sigemptyset(&set);
     sigaddset(&set, SIGINT);
     sigaddset(&set, SIGTERM);
+    if (which == StopSignals::StopAndHangup) {
+        sigaddset(&set, SIGHUP);
+    }
     return set;
 }
 
 }  // namespace
 
-StopSignals::StopSignals() {
-    const sigset_t set = _stopSignals();
+StopSignals::StopSignals(Which which) {
+    const sigset_t set = _signalsOf(which);
     _signals = Descriptor(signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
     if (!_signals.isOpen()) {
         throw Error("Cannot wait for signals: " + systemErrorText(errno));
@@ -39,11 +42,12 @@ StopSignals::~StopSignals() {
     pthread_sigmask(SIG_SETMASK, &_formerMask, nullptr);
 }
 
-void StopSignals::wait() {
+bool StopSignals::wait() {
     pollfd waiting{_signals.get(), POLLIN, 0};
     while (!take()) {
         poll(&waiting, 1, -1);
     }
+    return _isToldToStop;
 }
 
 bool StopSignals::take() {
@@ -51,8 +55,8 @@ bool StopSignals::take() {
     signalfd_siginfo signal{};
     while (read(_signals.get(), &signal, sizeof signal) > 0) {
         hasArrived = true;
+        _isToldToStop = _isToldToStop || signal.ssi_signo != SIGHUP;
     }
-    _isToldToStop = _isToldToStop || hasArrived;
     return hasArrived;
 }
 

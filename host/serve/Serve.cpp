@@ -4,16 +4,18 @@
 
 #include <unistd.h>
 
-#include <chrono>
-#include <cstdio>
 #include <memory>
 
 #include "Access.h"
-#include "Credentials.h"
 #include "HttpServer.h"
-#include "HttpUrl.h"
+#include "HttpTrust.h"
+#include "Listeners.h"
 #include "MachinePaths.h"
+#include "Readiness.h"
 #include "RequestHandler.h"
+#include "ServeConfig.h"
+#include "ServeKeys.h"
+#include "ServeLog.h"
 #include "StopSignals.h"
 #include "Subscriptions.h"
 
@@ -21,82 +23,129 @@ namespace QZ {
 
 namespace {
 
-// For requests that are being answered when the server is told to stop.
-constexpr std::chrono::seconds STOP_TIME{10};
-
 // In the data folder.
 constexpr const char* SUBSCRIPTIONS_FILE = "indications.mof";
 
-bool _isLoopback(const std::string& address) {
-    return address.rfind("127.", 0) == 0 || address == "::1";
+HttpLimits _httpLimits(const ServeLimits& given) {
+    HttpLimits limits;
+    limits.idle = given.idle;
+    limits.header = given.header;
+    limits.body = given.body;
+    limits.answer = given.answer;
+    limits.sending = given.sending;
+    limits.headerBytes = given.headerBytes;
+    limits.bodyBytes = given.bodyBytes;
+    limits.connections = given.connections;
+    limits.connectionsPerClient = given.connectionsPerClient;
+    limits.workers = given.requests;
+    limits.waiting = given.waitingRequests;
+    return limits;
 }
 
-std::string _url(const ServeRequest& request, const std::string& password, std::uint16_t port) {
-    // A password from a file is known to who needs it, and stands in no log.
-    const std::string secret = request.passwordFile.empty() ? ":" + password : "";
-    const std::string user = hasOneUser(request) ? request.user + secret + "@" : "";
-    return "http://" + user + hostAndPort(request.address, port);
+RequestHandler::Limits _cimLimits(const ServeLimits& given) {
+    RequestHandler::Limits limits;
+    limits.xml.depth = given.xmlDepth;
+    limits.xml.nodes = given.xmlNodes;
+    limits.pulls.contexts = given.enumerations;
+    limits.pulls.allObjects = given.enumeratedObjects;
+    limits.answer = given.answer;
+    return limits;
 }
 
-std::string _logLine(const HttpLogRecord& record) {
-    char time[32];
-    (void)std::snprintf(time, sizeof time, "%.1f ms", double(record.time.count()) / 1000);
-    std::string line = record.peer + " " + (record.user.empty() ? "-" : record.user) + " " +
-                       (record.method.empty() ? "-" : record.method);
-    line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";
-    return line + std::to_string(record.bytes) + " bytes " + time;
-}
+// What a running server can be told anew.
+class Told {
+public:
+    Told(const ServeArguments& arguments, const ServeOutput& output)
+        : _arguments(arguments),
+          _values(readServeValues(arguments)),
+          request(makeServeRequest(_values)),
+          log(output),
+          access(_withLog(), [this](const std::string& line) { log.message(line); }),
+          listeners(makeListeners(request)) {}
 
-HttpServerOptions _options(const ServeRequest& request, Authenticator& authenticator,
-                           const ServeOutput& output) {
+    // What cannot be taken over is said, and stays as it was.
+    void again() {
+        try {
+            ServeValues values = readServeValues(_arguments);
+            request = makeServeRequest(values);
+            access.renew(_withLog());
+            for (const ServeKey& key : serveKeys()) {
+                if (!key.isReloaded && values[key.name] != _values[key.name]) {
+                    log.message(key.name + " is taken over at the next start");
+                }
+            }
+        } catch (const Error& error) {
+            log.message(std::string("the configuration stays as it was: ") + error.what());
+        }
+        try {
+            if (listeners.identity) {
+                listeners.identity->reload();
+            }
+        } catch (const Error& error) {
+            log.message(std::string("the certificate stays as it was: ") + error.what());
+        }
+    }
+
+private:
+    const ServeRequest& _withLog() {
+        log.setJson(request.logFormat == "json");
+        return request;
+    }
+
+    const ServeArguments& _arguments;
+    ServeValues _values;  // at the start
+
+public:
+    ServeRequest request;
+    ServeLog log;
+    Access access;
+    const Listeners listeners;
+};
+
+HttpServerOptions _options(Told& told) {
     HttpServerOptions options;
-    HttpListener& listener = options.listeners.front();
-    listener.address = request.address;
-    listener.port = std::uint16_t(request.port);
-    options.authenticate = [&authenticator](const Login& login, const TakeVerdict& later) {
-        return authenticator.authenticate(login, later);
+    options.listeners = told.listeners.all;
+    options.limits = _httpLimits(told.request.limits);
+    options.authenticate = [&told](const Login& login, const TakeVerdict& later) {
+        return told.access.authenticate(login, later);
     };
-    options.log = [log = output.log](const HttpLogRecord& record) { log(_logLine(record)); };
+    options.log = [&told](const HttpLogRecord& record) { told.log.request(record); };
     return options;
-}
-
-void _check(const ServeRequest& request) {
-    if (!_isLoopback(request.address)) {
-        throw UsageError("--listen " + request.address +
-                         ": passwords would cross the network in the clear; only addresses of "
-                         "this machine are served, such as 127.0.0.1 or ::1");
-    }
-    if (request.user.empty() ||
-        request.user.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                       "0123456789._-") != std::string::npos) {
-        throw UsageError("--user: a name of letters, digits, \".\", \"_\" and \"-\" is expected");
-    }
 }
 
 }  // namespace
 
-ExitStatus serve(const ServeRequest& request, const HttpTrust& listeners,
+ExitStatus serve(const ServeArguments& arguments,
                  const std::function<std::unique_ptr<InProcessServer>()>& makeProviders,
                  const ServeOutput& output) {
-    _check(request);
-    checkTrust(listeners);
-    const std::string password =
-        request.passwordFile.empty() ? makePassword() : readPassword(request.passwordFile);
-    StopSignals signals;
-    const std::unique_ptr<Authenticator> authenticator =
-        makeAuthenticator(request, password, output.log);
+    const Readiness readiness;
+    StopSignals signals(StopSignals::StopAndHangup);
+    Told told(arguments, output);
+    const HttpTrust trust{told.request.authorityFile, false};
+    checkTrust(trust);
+    const ServeLimits limits = told.request.limits;
     const std::unique_ptr<InProcessServer> providers = makeProviders();
-    Subscriptions subscriptions(*providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
-                                output.log, listeners);
+    Subscriptions subscriptions(
+        *providers, MachinePaths::dataDirectory() + SUBSCRIPTIONS_FILE,
+        [&told](const std::string& line) { told.log.message(line); }, trust);
     subscriptions.start();
-    RequestHandler handler(*providers, {}, &subscriptions);
-    HttpServer server(
-        _options(request, *authenticator, output),
-        [&handler](const HttpRequest& http, HttpReply& reply) { handler.handle(http, reply); });
-    output.announce(_url(request, password, server.port()));
-    signals.wait();
-    if (!server.stop(STOP_TIME)) {
-        output.log("stopped although a provider has not answered");
+    RequestHandler handler(*providers, _cimLimits(limits), &subscriptions);
+    HttpServer server(_options(told), [&handler](const HttpRequest& http, HttpReply& reply) {
+        handler.handle(http, reply);
+    });
+    const auto& listening = told.listeners.all;
+    for (std::size_t i = 0; i < listening.size(); ++i) {
+        output.announce(urlOf(listening[i], server.port(i), told.access.userInfo()));
+    }
+    readiness.ready();
+    while (!signals.wait()) {
+        readiness.reloading();
+        told.again();
+        readiness.ready();
+    }
+    readiness.stopping();
+    if (!server.stop(limits.stop)) {
+        told.log.message("stopped although a provider has not answered");
         // Its threads still use what would be taken apart.
         _exit(EXIT_FAILED);
     }

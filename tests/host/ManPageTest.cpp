@@ -9,6 +9,7 @@
 
 #include "BuildPaths.h"
 #include "CommandRun.h"
+#include "ServeKeys.h"
 
 namespace {
 
@@ -23,9 +24,13 @@ Words _matches(const std::string& text, const std::string& pattern) {
     return words;
 }
 
+std::string _read(const char* file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 std::string _manPage() {
-    std::ifstream stream(TAVQZ_SOURCE_DIR "/docs/tavqz.1");
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const std::string text = _read(TAVQZ_SOURCE_DIR "/docs/tavqz.1");
     // "\\-" is how a man page writes a plain hyphen.
     return std::regex_replace(text, std::regex(R"(\\-)"), "-");
 }
@@ -51,6 +56,36 @@ TEST(ManPage, NamesEveryOptionAndNoOther) {
     const Words options = _matches(help, _option);
     EXPECT_GE(options.size(), 6U);
     EXPECT_EQ(_matches(_manPage(), _option), options);
+}
+
+// As "\\-\\-port" and "5988" in the same entry, which ends with the next ".TP".
+TEST(ManPage, SaysWhatServeDoesUnlessItIsToldOtherwise) {
+    const std::string page = _manPage();
+    for (const QZ::ServeKey& key : QZ::serveKeys()) {
+        const std::size_t at = page.find(".SH SERVING");
+        const std::size_t option = page.find("--" + key.name, at);
+        const std::size_t entry = page.rfind(".TP", option);
+        ASSERT_NE(std::string::npos, option) << key.name;
+        EXPECT_THAT(page.substr(entry, page.find(".TP", option) - entry),
+                    testing::HasSubstr(key.standard))
+            << key.name;
+    }
+}
+
+TEST(ManPage, ExplainsEachLineOfTheService) {
+    const std::string unit = _read(TAVQZ_SOURCE_DIR "/packaging/debian/tavqz.service");
+    const std::size_t begin = unit.find("[Service]");
+    const Words lines =
+        _matches(unit.substr(begin, unit.find("[Install]") - begin), R"(\n([A-Za-z]+)=)");
+    EXPECT_GE(lines.size(), 30U);
+    const std::string page = _manPage();
+    const std::size_t section = page.find(".SH SERVICE");
+    const std::string text = page.substr(section, page.find(".SH EXIT", section) - section);
+    Words explained;
+    for (const std::string& tagged : _matches(text, R"(\n\.TP\n\.BR? ([^\n]+))")) {
+        explained.merge(_matches(tagged, "([A-Za-z]+)"));
+    }
+    EXPECT_EQ(explained, lines);
 }
 
 TEST(ManPage, NamesTheFormatsStatusesAndVariables) {

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "RequestLog.h"
+
+#include <cstdio>
+#include <ctime>
+#include <nlohmann/json.hpp>
+
+#include "Clock.h"
+
+namespace QZ {
+
+namespace {
+
+// In the order in which it is written.
+using Json = nlohmann::ordered_json;
+
+// RFC 3339, in UTC.
+std::string _now() {
+    const std::time_t seconds = std::time_t(Clock::current().seconds());
+    std::tm parts{};
+    gmtime_r(&seconds, &parts);
+    char text[32];
+    const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts);
+    return std::string(text, length);
+}
+
+// What clients send may be no UTF-8.
+std::string _line(const Json& json) {
+    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
+}
+
+double _milliseconds(const HttpLogRecord& record) {
+    return double(record.time.count()) / 1000;
+}
+
+}  // namespace
+
+std::string requestText(const HttpLogRecord& record) {
+    char time[32];
+    (void)std::snprintf(time, sizeof time, "%.1f ms", _milliseconds(record));
+    std::string line = record.peer + " " + (record.user.empty() ? "-" : record.user) + " " +
+                       (record.method.empty() ? "-" : record.method);
+    line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";
+    return line + std::to_string(record.bytes) + " bytes " + time;
+}
+
+std::string requestJson(const HttpLogRecord& record) {
+    return _line({{"time", _now()},
+                  {"peer", record.peer},
+                  {"user", record.user},
+                  {"method", record.method},
+                  {"operation", record.text},
+                  {"status", record.status},
+                  {"bytes", record.bytes},
+                  {"milliseconds", _milliseconds(record)}});
+}
+
+std::string messageJson(const std::string& message) {
+    return _line({{"time", _now()}, {"message", message}});
+}
+
+}  // namespace QZ

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "HttpServer.h"
+
+namespace QZ {
+
+// A request as a line for people: who, what, and what became of it.
+std::string requestText(const HttpLogRecord& record);
+
+// The same as a JSON object on one line, of ASCII characters: for programs that gather logs.
+std::string requestJson(const HttpLogRecord& record);
+
+// Anything else that there is to say, in the same form.
+std::string messageJson(const std::string& message);
+
+}  // namespace QZ

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 the tavqz authors
+// SPDX-License-Identifier: MIT
+#include "RequestLog.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "ManualClock.h"
+#include "ServeLog.h"
+
+namespace QZ {
+namespace {
+
+HttpLogRecord record() {
+    HttpLogRecord record;
+    record.peer = "192.0.2.7";
+    record.user = "anna";
+    record.method = "POST";
+    record.target = "/cimom";
+    record.text = "GetInstance TAVIRA_Lease";
+    record.status = 200;
+    record.bytes = 1234;
+    record.time = std::chrono::microseconds(1500);
+    return record;
+}
+
+TEST(RequestLog, IsALineForPeople) {
+    EXPECT_EQ("192.0.2.7 anna POST \"GetInstance TAVIRA_Lease\" 200 1234 bytes 1.5 ms",
+              requestText(record()));
+    EXPECT_EQ("a - - \"\" 400 0 bytes 0.0 ms", requestText({"a", "", "", "", "", 400}));
+}
+
+TEST(RequestLog, IsAnObjectForPrograms) {
+    const ManualClock clock;
+    EXPECT_EQ(
+        "{\"time\":\"2027-01-15T08:00:00Z\",\"peer\":\"192.0.2.7\",\"user\":\"anna\","
+        "\"method\":\"POST\",\"operation\":\"GetInstance TAVIRA_Lease\",\"status\":200,"
+        "\"bytes\":1234,\"milliseconds\":1.5}",
+        requestJson(record()));
+    EXPECT_EQ("{\"time\":\"2027-01-15T08:00:00Z\",\"message\":\"a\"}", messageJson("a"));
+}
+
+TEST(RequestLog, StaysOneLineOfJsonWhateverIsSent) {
+    HttpLogRecord hostile = record();
+    hostile.user = "a\"\n\xff\x1b[2J\xc3\xa4";
+    const std::string line = requestJson(hostile);
+    for (const char c : line) {
+        EXPECT_TRUE(c >= ' ' && c <= '~');
+    }
+    EXPECT_EQ("a\"\n\xef\xbf\xbd\x1b[2J\xc3\xa4", nlohmann::json::parse(line).at("user"));
+}
+
+TEST(ServeLog, WritesInTheFormThatItWasToldLast) {
+    std::vector<std::string> text;
+    std::vector<std::string> json;
+    ServeLog log({nullptr, [&text](const std::string& line) { text.push_back(line); },
+                  [&json](const std::string& line) { json.push_back(line); }});
+    log.message("a");
+    log.setJson(true);
+    log.request(record());
+    log.message("b");
+    log.setJson(false);
+    log.request(record());
+    EXPECT_EQ((std::vector<std::string>{"a", requestText(record())}), text);
+    ASSERT_EQ(2U, json.size());
+    EXPECT_EQ("b", nlohmann::json::parse(json[1]).at("message"));
+}
+
+}  // namespace
+}  // namespace QZ
