@@ -6,15 +6,17 @@
 set(home lib/tavqz)
 install(TARGETS tavqz DESTINATION ${home}/bin)
 install(TARGETS cim LIBRARY DESTINATION ${home}/lib NAMELINK_SKIP)
-install(TARGETS AssetIDProvider TavqzRaidProvider bmc_device LIBRARY DESTINATION ${home}/lib)
-set_target_properties(AssetIDProvider TavqzRaidProvider bmc_device PROPERTIES
-  INSTALL_RPATH "$ORIGIN")
+install(TARGETS AssetIDProvider TavqzRaidProvider xen_probe LIBRARY DESTINATION ${home}/lib)
+set_target_properties(AssetIDProvider TavqzRaidProvider PROPERTIES INSTALL_RPATH "$ORIGIN")
+# One of the service-processor libraries that the machine has: update-alternatives links it to lib/.
+install(TARGETS bmc_device LIBRARY DESTINATION ${home}/lib/bmc)
 file(CREATE_LINK ../lib/tavqz/bin/tavqz "${CMAKE_CURRENT_BINARY_DIR}/tavqz" SYMBOLIC)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/tavqz" DESTINATION bin)
 file(CREATE_LINK ../../share "${CMAKE_CURRENT_BINARY_DIR}/share" SYMBOLIC)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/share" DESTINATION ${home})
 
 install(FILES debian/tavqz.service DESTINATION /lib/systemd/system)
+install(FILES debian/60-tavqz.rules DESTINATION /lib/udev/rules.d)
 install(FILES debian/pam DESTINATION /etc/pam.d RENAME tavqz)
 install(FILES debian/copyright DESTINATION share/doc/tavqz)
 installed_gzip("${CMAKE_CURRENT_SOURCE_DIR}/debian/changelog" share/doc/tavqz)

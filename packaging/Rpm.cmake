@@ -12,6 +12,15 @@ foreach(module AssetIDProvider TavqzRaidProvider)
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/lib${module}.so.1" DESTINATION "${TAVQZ_PROVIDER_DIR}")
 endforeach()
 
+# What the module loads itself, from "../lib/" of the folder that the server is started in.
+set(TAVQZ_SERVER_HOME lib64/tavqz CACHE STRING
+  "The parent of that folder, and of the libraries' own, below /usr")
+install(TARGETS bmc_device xen_probe LIBRARY DESTINATION "${TAVQZ_SERVER_HOME}/lib")
+install(DIRECTORY DESTINATION "${TAVQZ_SERVER_HOME}/run")
+configure_file(rpm/tog-pegasus.conf "${CMAKE_CURRENT_BINARY_DIR}/tavqz.conf" @ONLY)
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/tavqz.conf"
+  DESTINATION lib/systemd/system/tog-pegasus.service.d)
+
 set(CPACK_GENERATOR RPM)
 set(CPACK_RPM_PACKAGE_NAME tavqz-provider)
 set(CPACK_RPM_FILE_NAME RPM-DEFAULT)
@@ -22,4 +31,4 @@ set(CPACK_RPM_PRE_UNINSTALL_SCRIPT_FILE "${CMAKE_CURRENT_SOURCE_DIR}/rpm/preun.s
 # Lest the files of two packages meet in a folder that neither needs.
 set(CPACK_RPM_SPEC_MORE_DEFINE "%global _build_id_links none")
 set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
-  /usr/lib64/Pegasus /usr/lib64/Pegasus/providers /usr/share/man /usr/share/man/man1)
+  /usr/lib/systemd /usr/lib/systemd/system /usr/lib64/Pegasus /usr/lib64/Pegasus/providers /usr/share/man /usr/share/man/man1)
