@@ -21,11 +21,24 @@ std::string _key(const SubscriptionTerms& terms) {
     return make_string(terms.subscription.getPath().toString());
 }
 
+// What the query asks of an alert, as text.
+std::string _condition(const WqlQuery& query) {
+    static const std::string WHERE = " WHERE ";
+    const std::string text = wqlText(query);
+    const std::size_t at = text.find(WHERE);
+    return at == std::string::npos ? "" : text.substr(at + WHERE.size());
+}
+
 // What a provider is told of who subscribes. The server does, for people who may be gone.
 OperationContext _context(const SubscriptionTerms& terms) {
     OperationContext context;
     context.insert(IdentityContainer(String()));
     context.insert(SubscriptionInstanceContainer(terms.subscription));
+    const FilterTerms& wanted = terms.wanted;
+    context.insert(
+        SubscriptionFilterConditionContainer(make_String(_condition(wanted.query)), "WQL"));
+    context.insert(SubscriptionFilterQueryContainer(
+        make_String(wanted.text), "WQL", CIMNamespaceName(make_String(wanted.nameSpaces.front()))));
     context.insert(AcceptLanguageListContainer(AcceptLanguageList()));
     context.insert(ContentLanguageListContainer(ContentLanguageList()));
     return context;
@@ -124,6 +137,21 @@ void AlertRouter::_subscribe(const SubscriptionTerms& terms, const ProviderEntry
     source->subscriptions[_key(terms)] = classNames;
 }
 
+void AlertRouter::_tell(const SubscriptionTerms& changed) {
+    for (const auto& [key, source] : _sources) {
+        const auto found = source->subscriptions.find(_key(changed));
+        if (found == source->subscriptions.end()) {
+            continue;
+        }
+        const ClassNames& classNames = found->second;
+        _providers.askIndications(source->entry, [&](CIMIndicationProvider& provider) {
+            provider.modifySubscription(_context(changed), changed.subscription.getPath(),
+                                        classNames, CIMPropertyList(),
+                                        numberOf(changed.subscription, "RepeatNotificationPolicy"));
+        });
+    }
+}
+
 void AlertRouter::_unsubscribe(const SubscriptionTerms& terms) {
     for (const auto& [key, source] : _sources) {
         const auto found = source->subscriptions.find(_key(terms));
@@ -204,6 +232,15 @@ void AlertRouter::connect(const SubscriptionTerms& terms) {
         }
     } catch (...) {
         disconnect(terms);
+        throw;
+    }
+}
+
+void AlertRouter::change(const SubscriptionTerms& before, const SubscriptionTerms& after) {
+    try {
+        _tell(after);
+    } catch (...) {
+        _try("a change of a subscription is taken back", [&] { _tell(before); });
         throw;
     }
 }

@@ -42,6 +42,10 @@ public:
     // nobody. One that is disabled is left alone.
     void connect(const SubscriptionTerms& terms);
 
+    // Tells the providers of a subscription that is not what it was. Throws CIMException where one
+    // does not want that, after telling all of what it was.
+    void change(const SubscriptionTerms& before, const SubscriptionTerms& after);
+
     // Alerts that a provider sends until it is disabled are delivered. What it throws at that is
     // told to the log.
     void disconnect(const SubscriptionTerms& terms);
@@ -57,6 +61,7 @@ private:
     Wanted _wanted(const SubscriptionTerms& terms) const;
     void _subscribe(const SubscriptionTerms& terms, const ProviderEntry& entry,
                     const ClassNames& classNames);
+    void _tell(const SubscriptionTerms& changed);
     void _unsubscribe(const SubscriptionTerms& terms);
     void _enable(Source& source);
     void _disable(Source& source);

@@ -266,8 +266,9 @@ FilterTerms SubscriptionRules::filterTerms(const CIMInstance& filter) const {
         terms.nameSpaces.push_back(
             source.empty() ? make_string(filter.getPath().getNameSpace().getString()) : source);
     }
+    terms.text = textOf(filter, "Query");
     try {
-        terms.query = parseWql(textOf(filter, "Query"));
+        terms.query = parseWql(terms.text);
         for (const std::string& nameSpace : terms.nameSpaces) {
             _checkSource(terms.query, nameSpace);
         }

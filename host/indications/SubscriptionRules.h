@@ -24,7 +24,8 @@ bool isSubscriptionClass(const std::string& className);
 // What a filter wants.
 struct FilterTerms {
     WqlQuery query;
-    std::vector<std::string> nameSpaces;
+    std::string text;                     // the query as it was given
+    std::vector<std::string> nameSpaces;  // one at least
 };
 
 // What the instances that one subscribes with must be. Pure; throws CIMException with a status and

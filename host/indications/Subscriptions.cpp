@@ -12,6 +12,15 @@ namespace QZ {
 
 using namespace Pegasus;
 
+namespace {
+
+// What a provider is told of a subscription, beside its filter.
+Uint16 _policy(const SubscriptionTerms& terms) {
+    return numberOf(terms.subscription, "RepeatNotificationPolicy");
+}
+
+}  // namespace
+
 Subscriptions::Subscriptions(InProcessServer& providers, const std::string& file, const Log& log,
                              const HttpTrust& trust)
     : _log(log),
@@ -74,15 +83,18 @@ void Subscriptions::modify(const CIMObjectPath& path, const CIMInstance& given,
     _store.modify(path, given, properties);
     _expiry.wake();
     const SubscriptionTerms after = _store.terms(path);
-    if (before.isEnabled == after.isEnabled) {
-        return;
-    }
     if (!after.isEnabled) {
-        _router.disconnect(before);
+        if (before.isEnabled) {
+            _router.disconnect(before);
+        }
         return;
     }
     try {
-        _router.connect(after);
+        if (!before.isEnabled) {
+            _router.connect(after);
+        } else if (_policy(before) != _policy(after)) {
+            _router.change(before, after);
+        }
     } catch (...) {
         _store.modify(path, before.subscription, CIMPropertyList());
         throw;

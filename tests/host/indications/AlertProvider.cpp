@@ -40,17 +40,23 @@ public:
                             const Uint16 repeat) override {
         context.get(SubscriptionInstanceContainer::NAME);
         _called("create " + _key(path, "Filter") + _classes(classNames) + " " +
-                std::to_string(repeat));
+                std::to_string(repeat) + _condition(context));
         for (Uint32 i = 0; i < classNames.size(); ++i) {
             if (classNames[i].getClassName().equal(CIMName("TEST_RefusedAlert"))) {
                 throw CIMException(CIM_ERR_ACCESS_DENIED, "nobody may have that");
             }
         }
     }
-    void modifySubscription(const OperationContext&, const CIMObjectPath&,
-                            const Array<CIMObjectPath>&, const CIMPropertyList&,
-                            const Uint16) override {
-        _called("modify");
+    // Refuses the policy Delay.
+    void modifySubscription(const OperationContext& context, const CIMObjectPath& path,
+                            const Array<CIMObjectPath>& classNames, const CIMPropertyList&,
+                            const Uint16 repeat) override {
+        context.get(SubscriptionInstanceContainer::NAME);
+        _called("modify " + _key(path, "Filter") + _classes(classNames) + " " +
+                std::to_string(repeat));
+        if (repeat == 4) {
+            throw CIMException(CIM_ERR_NOT_SUPPORTED, "nothing is delayed");
+        }
     }
     void deleteSubscription(const OperationContext&, const CIMObjectPath& path,
                             const Array<CIMObjectPath>& classNames) override {
@@ -134,6 +140,23 @@ private:
             text += names[i].getClassName().getString().getCString().operator const char*();
         }
         return text;
+    }
+
+    // Of a filter that has one, with the query that it stands in.
+    static std::string _condition(const OperationContext& context) {
+        const SubscriptionFilterConditionContainer condition =
+            context.get(SubscriptionFilterConditionContainer::NAME);
+        const SubscriptionFilterQueryContainer query =
+            context.get(SubscriptionFilterQueryContainer::NAME);
+        const auto text = [](const String& value) {
+            return std::string(value.getCString().operator const char*());
+        };
+        const std::string asked = text(condition.getFilterCondition());
+        return asked.empty() ? asked
+                             : " if " + asked + " of " + text(query.getFilterQuery()) + " in " +
+                                   text(query.getSourceNameSpace().getString()) + " by " +
+                                   text(condition.getQueryLanguage()) + " and " +
+                                   text(query.getQueryLanguage());
     }
 
     std::mutex _mutex;

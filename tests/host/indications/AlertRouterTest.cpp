@@ -84,6 +84,16 @@ TEST_F(AlertRouterTest, EnablesWithTheFirstAndDisablesWithTheLast) {
     EXPECT_THAT(log, IsEmpty());
 }
 
+TEST_F(AlertRouterTest, TellsProvidersOfTheFilter) {
+    router->connect(terms("a", "select  Number from TEST_SpecialAlert where Number=1 or Number=2"));
+    EXPECT_THAT(
+        calls(providers),
+        ElementsAre("create a TEST_SpecialAlert 2 if Number = 1 OR Number = 2 of select  "
+                    "Number from TEST_SpecialAlert where Number=1 or Number=2 in root/tavqz "
+                    "by WQL and WQL",
+                    "enable"));
+}
+
 TEST_F(AlertRouterTest, CreatesAllKeptSubscriptionsBeforeItEnables) {
     router->start({terms("a", _all), terms("off", _all, false), terms("b", _all)});
     EXPECT_THAT(calls(providers), ElementsAre("create a TEST_Alert TEST_SpecialAlert 2",

@@ -163,6 +163,33 @@ TEST_F(SubscriptionsTest, AreDisabledAndEnabledAgain) {
     EXPECT_THAT(listener.await(1), ElementsAre(2));
 }
 
+TEST_F(SubscriptionsTest, TellTheProviderOfAnotherPolicy) {
+    const CIMObjectPath path = subscribe("a", "http://127.0.0.1:1/");
+    const auto set = [&](Uint16 policy, Uint16 state) {
+        subscriptions->modify(path,
+                              Parts("CIM_IndicationSubscription")
+                                  .set("RepeatNotificationPolicy", policy)
+                                  .set("SubscriptionState", state),
+                              CIMPropertyList());
+    };
+    calls(providers);
+    set(3, 2);
+    set(3, 2);
+    EXPECT_THAT(calls(providers), ElementsAre("modify a TEST_Alert TEST_SpecialAlert 3"));
+    EXPECT_EQ(refusal([&] { set(4, 2); }), "7 nothing is delayed");
+    EXPECT_THAT(calls(providers), ElementsAre("modify a TEST_Alert TEST_SpecialAlert 4",
+                                              "modify a TEST_Alert TEST_SpecialAlert 3"));
+    EXPECT_EQ(numberOf(subscriptions->get(path), "RepeatNotificationPolicy"), 3);
+    set(3, 4);
+    calls(providers);
+    set(4, 4);
+    EXPECT_THAT(calls(providers), IsEmpty()) << "nobody knows of it";
+    set(4, 2);
+    EXPECT_THAT(
+        calls(providers),
+        ElementsAre(testing::StartsWith("create a TEST_Alert TEST_SpecialAlert 4 "), "enable"));
+}
+
 TEST_F(SubscriptionsTest, AreNotMadeWhereTheProviderRefuses) {
     EXPECT_EQ(refusal([&] { subscribe("a", "http://a/", "SELECT * FROM TEST_RefusedAlert"); }),
               "2 nobody may have that");
