@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "DeviceRecord.h"
 #include "Error.h"
 #include "FileContent.h"
 #include "FileReplacement.h"
@@ -23,7 +24,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t LargestFile = std::size_t{16} << 20;
 
-std::string belowRoot(const std::string& path) {
+}  // namespace
+
+std::string nameBelowRoot(const std::string& path) {
     return path.substr(MachinePaths::root().size() + 1);
 }
 
@@ -31,7 +34,7 @@ void recordFile(const std::string& path, MachineRecord& record) {
     const FileContent content = readWholeFile(path, LargestFile);
     switch (content.state) {
         case FileContent::Read:
-            record.files[belowRoot(path)] = content.text;
+            record.files[nameBelowRoot(path)] = content.text;
             break;
         case FileContent::Missing:
             break;
@@ -45,6 +48,8 @@ void recordFile(const std::string& path, MachineRecord& record) {
             break;
     }
 }
+
+namespace {
 
 // The reply of a disk without the zeros that fill it up, which a replay adds again.
 void recordReply(ScsiDevice& disk, const ScsiCommand& command, const std::string& folder,
@@ -68,7 +73,7 @@ void recordDisk(const std::string& path, MachineRecord& record) {
             record.problems.push_back("Cannot open " + path + ".");
         return;
     }
-    const std::string folder = belowRoot(path) + '/';
+    const std::string folder = nameBelowRoot(path) + '/';
     record.files[folder];
     recordReply(*disk, ScsiStandardInquiry, folder, record);
     recordReply(*disk, ScsiSerialNumberInquiry, folder, record);
@@ -86,11 +91,12 @@ MachineRecord recordMachine() {
     // The name that it has, whatever the file says.
     const std::string name = make_string(System::getName());
     if (!name.empty())
-        record.files[belowRoot(MachinePaths::hostName())] = name + '\n';
+        record.files[nameBelowRoot(MachinePaths::hostName())] = name + '\n';
     for (char letter = 'a'; letter <= 'z'; ++letter) {
         recordFile(MachinePaths::ideIdentify(letter), record);
         recordDisk(MachinePaths::scsiDisk(letter), record);
     }
+    recordDevices(record);
     return record;
 }
 
@@ -106,7 +112,9 @@ void writeMachine(const MachineFiles& files, const std::string& folder) {
         fs::create_directories(path.parent_path(), error);
         if (error)
             throwSystemError("Cannot make", path.parent_path(), error.value());
-        if (name.back() != '/')
+        if (name.back() == '@')
+            fs::create_symlink(content, path.string().substr(0, path.string().size() - 1));
+        else if (name.back() != '/')
             replaceFile(path, content);
     }
 }

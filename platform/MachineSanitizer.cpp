@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "MachineSanitizer.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <vector>
 
 #include "MachinePaths.h"
@@ -130,7 +132,23 @@ bool isIdentify(const std::string& name) {
 bool isSerialNumberPage(const std::string& name) {
     const std::string pattern = nameOf(MachinePaths::scsiDisk('?'));
     return startsAndEnds(name, pattern.substr(0, pattern.find('?')),
-                         recordedReplyName(ScsiSerialNumberInquiry));
+                         recordedReplyName(ScsiSerialNumberInquiry)) ||
+           startsAndEnds(name, "", "/vpd_pg80");
+}
+
+// An attribute that tells one disk or board from all others.
+bool isDeviceNumber(const std::string& name) {
+    constexpr const char* attributes[] = {"/serial", "/serial_number", "/board_tracer", "/wwid"};
+    return std::any_of(std::begin(attributes), std::end(attributes),
+                       [&](const char* end) { return startsAndEnds(name, "", end); });
+}
+
+// PCI 2.2, appendix I: keyword, length, text.
+void addPciNumbers(const std::string& data, Secrets& secrets) {
+    constexpr std::size_t Header = 3;
+    for (std::size_t at = data.find("SN"); at != std::string::npos && at + Header < data.size();
+         at = data.find("SN", at + 1))
+        secrets.addText(data.substr(at + Header, static_cast<unsigned char>(data[at + 2])));
 }
 
 void addFile(const std::string& name, std::string& content, Secrets& secrets) {
@@ -141,6 +159,10 @@ void addFile(const std::string& name, std::string& content, Secrets& secrets) {
         constexpr std::size_t Text = 4;
         if (content.size() > Text)
             secrets.addText(content.substr(Text));
+    } else if (isDeviceNumber(name)) {
+        secrets.addText(content);
+    } else if (startsAndEnds(name, "", "/vpd")) {
+        addPciNumbers(content, secrets);
     } else if (isIdentify(name)) {
         // ACS-3, 7.12.7: words 10 to 19.
         forIdentifyBytes(content, [&secrets](const std::string& bytes) {
@@ -162,7 +184,7 @@ void sanitizeMachine(MachineFiles& files, const std::string& key) {
     for (auto& [name, content] : files) {
         if (isIdentify(name))
             forIdentifyBytes(content, [&secrets](std::string& bytes) { secrets.replaceIn(bytes); });
-        else
+        else if (name.back() != '@')
             secrets.replaceIn(content);
     }
 }

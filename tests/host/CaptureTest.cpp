@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "BuildPaths.h"
 #include "CommandRun.h"
 
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -12,13 +15,17 @@ namespace {
 
 const std::string _machines = TAVQZ_SOURCE_DIR "/tests/machines/";
 
-// The parts of a machine, and nothing of its own data.
-std::string _parts(const std::string& root) {
+// What a machine tells of a class, and nothing of its own data.
+std::string _list(const std::string& root, const char* className) {
     const TemporaryFolder data;
-    const CommandRun run = runCommandLine({"--root", root, "--data-dir", data.path(), "list",
-                                           "TAVIRA_SerialNumberInformation", "--format", "json"});
+    const CommandRun run = runCommandLine(
+        {"--root", root, "--data-dir", data.path(), "list", className, "--format", "json"});
     EXPECT_EQ(run.status, 0) << run.err;
     return run.out;
+}
+
+std::string _parts(const std::string& root) {
+    return _list(root, "TAVIRA_SerialNumberInformation");
 }
 
 }  // namespace
@@ -31,6 +38,39 @@ TEST(Capture, MakesAMachineThatAnswersTheSame) {
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_THAT(run.out, HasSubstr("sys/firmware/dmi/tables/DMI\n"));
         EXPECT_EQ(_parts(folder.file("copy")), _parts(_machines + name)) << name;
+    }
+}
+
+TEST(Capture, KeepsDisksAndControllersOfRaids) {
+    for (const char* name : {"rack-server", "hostile-texts"}) {
+        const TemporaryFolder folder;
+        const CommandRun run =
+            runCommandLine({"--root", _machines + name, "capture", folder.file("copy")});
+        EXPECT_EQ(run.status, 0) << run.err;
+        for (const char* className : {"TAVIRA_PhysicalDiskDrive", "TAVIRA_RAIDController"}) {
+            const std::string told = _list(_machines + name, className);
+            EXPECT_THAT(told, HasSubstr("DeviceID"));
+            EXPECT_EQ(_list(folder.file("copy"), className), told) << name;
+        }
+    }
+}
+
+TEST(Capture, ReplacesTheNumbersOfDisksAndControllers) {
+    const TemporaryFolder folder;
+    const CommandRun run = runCommandLine(
+        {"--root", _machines + "rack-server", "capture", folder.file("copy"), "--sanitize"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    const std::string disks = _list(folder.file("copy"), "TAVIRA_PhysicalDiskDrive");
+    EXPECT_THAT(disks, HasSubstr("EX900-10K"));
+    EXPECT_THAT(disks, Not(HasSubstr("6SJ0041A")));
+    EXPECT_THAT(disks, Not(HasSubstr("7TK00104")));
+    EXPECT_THAT(_list(folder.file("copy"), "TAVIRA_RAIDController"), HasSubstr("03-25420-09A"));
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.file("copy"))) {
+        if (entry.is_regular_file()) {
+            EXPECT_THAT(folder.read(entry.path().lexically_relative(folder.path())),
+                        Not(AnyOf(HasSubstr("7TK0010"), HasSubstr("6SJ004"), HasSubstr("SV5330"))))
+                << entry.path();
+        }
     }
 }
 
