@@ -54,6 +54,15 @@ TEST_F(FruCommandTest, MarksWhatIsRecorded) {
     EXPECT_THAT(json, HasSubstr("\"ElementName\": \"GETFRU\""));
 }
 
+TEST_F(FruCommandTest, LoadsTheOtherModulesBesideOneThatIsNamed) {
+    const CommandRun done =
+        runCommandLine({"--module", TAVQZ_BINARY_DIR "/lib/libAssetIDProvider.so", "--root",
+                        TAVQZ_SOURCE_DIR "/tests/machines/rack-server", "--data-dir",
+                        folder.file("data"), "list", "TAVIRA_RAIDController", "--format", "json"});
+    EXPECT_EQ(0, done.status) << done.err;
+    EXPECT_THAT(done.out, HasSubstr("0000:03:00.0"));
+}
+
 TEST_F(FruCommandTest, ListsWhatTheProviderOfRaidTells) {
     const std::string rack = TAVQZ_SOURCE_DIR "/tests/machines/rack-server";
     const auto list = [&](const char* what) {
