@@ -153,14 +153,12 @@ void addPciNumbers(const std::string& data, Secrets& secrets) {
 
 void addFile(const std::string& name, std::string& content, Secrets& secrets) {
     if (name == nameOf(MachinePaths::hostName()) || name == nameOf(MachinePaths::machineId()) ||
-        name == nameOf(MachinePaths::hypervisorUuid())) {
+        name == nameOf(MachinePaths::hypervisorUuid()) || isDeviceNumber(name)) {
         secrets.addText(content);
     } else if (isSerialNumberPage(name)) {
         constexpr std::size_t Text = 4;
         if (content.size() > Text)
             secrets.addText(content.substr(Text));
-    } else if (isDeviceNumber(name)) {
-        secrets.addText(content);
     } else if (startsAndEnds(name, "", "/vpd")) {
         addPciNumbers(content, secrets);
     } else if (isIdentify(name)) {
