@@ -55,10 +55,11 @@ TEST_F(FruCommandTest, MarksWhatIsRecorded) {
 }
 
 TEST_F(FruCommandTest, LoadsTheOtherModulesBesideOneThatIsNamed) {
+    const std::string module = TAVQZ_BINARY_DIR "/lib/libAssetIDProvider.so";
+    const std::string rack = TAVQZ_SOURCE_DIR "/tests/machines/rack-server";
     const CommandRun done =
-        runCommandLine({"--module", TAVQZ_BINARY_DIR "/lib/libAssetIDProvider.so", "--root",
-                        TAVQZ_SOURCE_DIR "/tests/machines/rack-server", "--data-dir",
-                        folder.file("data"), "list", "TAVIRA_RAIDController", "--format", "json"});
+        runCommandLine({"--module", module, "--root", rack, "--data-dir", folder.file("data"),
+                        "list", "TAVIRA_RAIDController", "--format", "json"});
     EXPECT_EQ(0, done.status) << done.err;
     EXPECT_THAT(done.out, HasSubstr("0000:03:00.0"));
 }
