@@ -28,8 +28,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string page =
         MachinePaths::scsiDisk('a') + '/' + recordedReplyName(ScsiSerialNumberInquiry);
     MachineFiles before;
-    for (const std::string& path : {MachinePaths::smbiosTable(), MachinePaths::hostName(),
-                                    MachinePaths::ideIdentify('a'), page})
+    for (const std::string& path :
+         {MachinePaths::smbiosTable(), MachinePaths::hostName(), MachinePaths::ideIdentify('a'),
+          page, MachinePaths::blockDevices() + "/vda/serial",
+          MachinePaths::scsiDevices() + "/0:0:0:0/device/vpd_pg80",
+          MachinePaths::scsiHosts() + "/host0/vpd"})
         before[path.substr(1)] = bytes;
 
     MachineFiles after = before;
