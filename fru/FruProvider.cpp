@@ -75,9 +75,8 @@ void _changeStore(const char* unknown, Change change) {
     }
 }
 
-// The instance, if it is one of the class, under the path that its own properties make.
+// The instance under the path that its own properties make.
 CIMInstance _keyed(const CIMInstance& instance) {
-    _requireProperties(instance);
     CIMInstance keyed = instance.clone();
     CIMObjectPath path = instance.getPath();
     path.setKeyBindings(_fruKeys(instance));

@@ -2,12 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "FruUnits.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <algorithm>
-#include <iterator>
 
 #include "CimText.h"
 #include "System.h"
@@ -33,24 +28,6 @@ Array<CIMKeyBinding> _fruKeys(const CIMConstInstance& instance) {
                                   CIMKeyBinding::STRING));
     }
     return keys;
-}
-
-void _requireProperties(const CIMConstInstance& instance) {
-    constexpr const char* known[] = {"FRUNumber",   "IdentifyingNumber", "Vendor",     "Name",
-                                     "Description", "ElementName",       "InstanceID", "Caption"};
-    for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-        const CIMConstProperty property = instance.getProperty(i);
-        const CIMName& name = property.getName();
-        const bool isKnown = std::any_of(std::begin(known), std::end(known),
-                                         [&](const char* own) { return name == CIMName(own); });
-        if (!isKnown)
-            throw CIMException(CIM_ERR_INVALID_PARAMETER,
-                               _fruClassName + String(" has no property ") + name.getString());
-        if (property.getType() != CIMTYPE_STRING || property.isArray())
-            throw CIMException(
-                CIM_ERR_INVALID_PARAMETER,
-                _fruClassName + String(".") + name.getString() + String(" is a string"));
-    }
 }
 
 CIMObjectPath _fruPath(const CIMConstInstance& instance) {

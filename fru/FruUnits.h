@@ -24,10 +24,6 @@ std::optional<Pegasus::String> _propertyText(const Pegasus::CIMConstInstance& in
 // names; a missing one gives an empty key.
 Pegasus::Array<Pegasus::CIMKeyBinding> _fruKeys(const Pegasus::CIMConstInstance& instance);
 
-// Throws CIM_ERR_INVALID_PARAMETER for a property that the class does not have, and for one that is
-// no single text, as all of the class are.
-void _requireProperties(const Pegasus::CIMConstInstance& instance);
-
 // The path on this machine of a unit with such keys.
 Pegasus::CIMObjectPath _fruPath(const Pegasus::CIMConstInstance& instance);
 

@@ -6,7 +6,6 @@
 #include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
 
-#include "File.h"
 #include "FileLock.h"
 #include "FruStore.h"
 #include "Handlers.h"
@@ -147,13 +146,7 @@ TEST_F(FruProviderTest, TellsStoredUnitsFirstAndWhereTheyAreFrom) {
 TEST_F(FruProviderTest, LabelsAStoredUnitWhateverItsLabelWas) {
     CIMInstance unit = _stored("1");
     unit.addProperty(CIMProperty(CIMName("ElementName"), CIMValue(Uint8(5))));
-    CIMObjectPath path = _class;
-    path.setKeyBindings(keys("1").getKeyBindings());
-    unit.setPath(path);
-    CimObjectFile& store = _fruStore();
-    store.open(ReadMode | WriteMode);
-    store.createInstance(unit);
-    store.close();
+    create(unit);
     EXPECT_THAT(textsOf(enumerate(), "ElementName"), ElementsAre("GETFRU"));
 }
 
@@ -263,38 +256,6 @@ TEST_F(FruProviderTest, PassesOnWhatTheStoreRefuses) {
               failure([&] { remove(keys("1")); }));
     // None of them left the store locked.
     create(_stored("1"));
-}
-
-TEST_F(FruProviderTest, RefusesWhatTheClassDoesNotHave) {
-    const auto refused = [](const std::string& message) {
-        return std::pair<int, std::string>(CIM_ERR_INVALID_PARAMETER, message);
-    };
-    CIMInstance unknown = _stored("1");
-    unknown.addProperty(CIMProperty(CIMName("Colour"), CIMValue(String("red"))));
-    const auto noColour = refused("TAVIRA_FRU has no property Colour");
-    EXPECT_EQ(noColour, failure([&] { create(unknown); }));
-    CIMInstance numbered = _stored("1");
-    numbered.addProperty(CIMProperty(CIMName("Description"), CIMValue(Uint32(7))));
-    const auto noNumber = refused("TAVIRA_FRU.Description is a string");
-    EXPECT_EQ(noNumber, failure([&] { create(numbered); }));
-    CIMInstance listed = _stored("1");
-    Array<String> captions;
-    captions.append("one");
-    listed.addProperty(CIMProperty(CIMName("caption"), CIMValue(captions)));
-    EXPECT_EQ(refused("TAVIRA_FRU.caption is a string"), failure([&] { create(listed); }));
-    EXPECT_THAT(enumerate(), IsEmpty());
-    create(_stored("1"));
-    EXPECT_EQ(noColour, failure([&] { modify(unknown); }));
-    EXPECT_EQ(noNumber, failure([&] { modify(numbered); }));
-    EXPECT_THAT(textsOf(enumerate(), "Description"), ElementsAre("-"));
-}
-
-TEST_F(FruProviderTest, TakesEveryPropertyOfTheClassAndNull) {
-    CIMInstance unit = _stored("1");
-    for (const char* const name : {"InstanceID", "Caption", "Description", "ElementName"})
-        unit.addProperty(CIMProperty(CIMName(name), CIMValue(CIMTYPE_STRING, false)));
-    create(unit);
-    EXPECT_THAT(enumerate(), SizeIs(1));
 }
 
 TEST_F(FruProviderTest, SaysWhyTheStoreFails) {

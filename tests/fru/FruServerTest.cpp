@@ -71,18 +71,6 @@ protected:
 
 }  // namespace
 
-TEST_F(FruServerTest, RecordsEveryPropertyOfTheModel) {
-    CIMInstance unit(CIMName("TAVIRA_FRU"));
-    const ClassDeclaration* const model = server.schema().classes.find("TAVIRA_FRU");
-    ASSERT_TRUE(model);
-    for (const PropertyDeclaration& property : model->properties)
-        unit.addProperty(CIMProperty(CIMName(make_String(property.name)), CIMValue(String("x"))));
-    unit.setPath(_class);
-    server.createInstance(unit);
-    EXPECT_EQ(8U, unit.getPropertyCount());
-    EXPECT_EQ("x", textOf(server.enumerateInstances(_class).at(0), "Caption"));
-}
-
 TEST_F(FruServerTest, GathersWhatOtherProvidersServe) {
     create("1");
     create("46C8");
