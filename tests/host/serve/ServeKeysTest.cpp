@@ -49,7 +49,6 @@ TEST(ServeKeys, HaveStandardValuesThatTheyTake) {
 
 // Each limit, by another value than its standard one.
 TEST(ServeKeys, SetEachLimit) {
-    const ServeLimits standard;
     const auto seconds = [](const std::string& name) {
         const ServeLimits limits = with(name, "7").limits;
         std::set<std::string> changed;
