@@ -70,11 +70,20 @@ Descriptor _listenTcp(const HttpListener& listener, std::uint16_t& port) {
     return made;
 }
 
-// One that a server left behind when it was killed is taken away; one that answers is another's.
+// A socket that a server left behind when it was killed is taken away; one that answers is
+// another's, and so is what is no socket.
 void _removeLeftover(const SocketAddress& address) {
+    const std::string path = address.local.sun_path;
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) {
+        return;
+    }
+    if (!S_ISSOCK(status.st_mode)) {
+        throw Error("Cannot listen on " + path + ": it is there already, and no socket");
+    }
     const Descriptor asking(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (::connect(asking.get(), &address.any, sizeof address.local) != 0 && errno == ECONNREFUSED) {
-        ::unlink(address.local.sun_path);
+        ::unlink(path.c_str());
     }
 }
 
@@ -88,9 +97,13 @@ Descriptor _listenLocally(const std::string& path) {
     Descriptor made = _newSocket(AF_UNIX, path);
     _removeLeftover(address);
     constexpr mode_t FOR_ALL = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    if (::bind(made.get(), &address.any, sizeof address.local) != 0 ||
-        ::chmod(path.c_str(), FOR_ALL) != 0 || ::listen(made.get(), SOMAXCONN) != 0) {
+    if (::bind(made.get(), &address.any, sizeof address.local) != 0) {
         throwSystemError("Cannot listen on", path, errno);
+    }
+    if (::chmod(path.c_str(), FOR_ALL) != 0 || ::listen(made.get(), SOMAXCONN) != 0) {
+        const int error = errno;
+        ::unlink(path.c_str());
+        throwSystemError("Cannot listen on", path, error);
     }
     return made;
 }
@@ -122,11 +135,16 @@ HttpAcceptor::HttpAcceptor(const std::vector<HttpListener>& listeners)
     if (!_wakeUp.isOpen()) {
         throw Error("Cannot wait for connections: " + systemErrorText(errno));
     }
-    for (const HttpListener& listener : listeners) {
-        Listening& made = _listening.emplace_back();
-        made.socket = listener.socketFile.empty() ? _listenTcp(listener, made.port)
-                                                  : _listenLocally(listener.socketFile);
-        made.listener = listener;
+    try {
+        for (const HttpListener& listener : listeners) {
+            Listening& made = _listening.emplace_back();
+            made.socket = listener.socketFile.empty() ? _listenTcp(listener, made.port)
+                                                      : _listenLocally(listener.socketFile);
+            made.listener = listener;
+        }
+    } catch (...) {
+        stop();  // with those that could be had
+        throw;
     }
 }
 

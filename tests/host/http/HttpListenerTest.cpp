@@ -39,6 +39,16 @@ std::string _ask(const RawClient& client) {
     return client.receive();
 }
 
+// Why a server cannot be made.
+std::string _refusal(const HttpServerOptions& options) {
+    try {
+        const HttpServer server(options, _answer);
+    } catch (const Error& error) {
+        return error.what();
+    }
+    return "listens";
+}
+
 }  // namespace
 
 TEST(HttpListener, KnowsTheUidOfALocalClient) {
@@ -75,16 +85,30 @@ TEST(HttpListener, TakesThePlaceOfADeadServersSocketOnly) {
     EXPECT_THAT(_ask(RawClient(path)), StartsWith("HTTP/1.1 200 "));
 }
 
+TEST(HttpListener, LeavesFilesThatAreNoSocketsWhereTheyAre) {
+    const TemporaryFolder folder;
+    folder.write("notes", "mine");
+    ASSERT_EQ(symlink("nowhere", folder.file("link").c_str()), 0);
+    for (const char* const name : {"notes", "link"}) {
+        EXPECT_THAT(_refusal(_withSocket(folder.file(name))),
+                    HasSubstr(folder.file(name) + ": it is there already, and no socket"));
+    }
+    EXPECT_EQ(folder.read("notes"), "mine");
+}
+
+TEST(HttpListener, LeavesNoSocketWhereAnotherCannotBeHad) {
+    const TemporaryFolder folder;
+    HttpServerOptions options = _withSocket(folder.file("socket"));
+    options.listeners.push_back({"", 0, folder.file("missing/socket"), nullptr});
+    EXPECT_THAT(_refusal(options), HasSubstr("missing/socket: No such"));
+    EXPECT_NE(access(folder.file("socket").c_str(), F_OK), 0);
+}
+
 TEST(HttpListener, SaysWhereItCannotListen) {
     const auto refusal = [](const HttpListener& listener) {
         HttpServerOptions options;
         options.listeners = {listener};
-        try {
-            const HttpServer server(options, _answer);
-        } catch (const Error& error) {
-            return std::string(error.what());
-        }
-        return std::string("listens");
+        return _refusal(options);
     };
     EXPECT_THAT(refusal({"nonsense", 0, "", nullptr}), HasSubstr("listen on nonsense: it is no "));
     EXPECT_THAT(refusal({"", 0, "/nowhere/socket", nullptr}),
