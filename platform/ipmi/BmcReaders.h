@@ -40,7 +40,8 @@ struct BmcRecords {
 // a few times.
 void readSdr(IpmiSession& session, BmcReadSize& size, BmcRecords& records);
 
-// The inventory data of a unit: those of its areas' bytes that somebody decodes, the others erased.
+// The inventory data of a unit: those of its areas' bytes that somebody decodes, the others 0. An
+// area that the controller refuses lies beyond the end, or ends where it could still be read.
 // Nothing where the controller has no such unit (34.1, 34.2).
 struct FruBytes {
     bool isPresent = false;

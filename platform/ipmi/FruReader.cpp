@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 the tavqz authors
 // SPDX-License-Identifier: MIT
 #include <algorithm>
+#include <array>
 #include <optional>
 
 #include "BmcReaders.h"
@@ -16,6 +17,12 @@ constexpr unsigned char ReadData = 0x11;
 constexpr std::size_t HeaderLength = 8;
 constexpr std::size_t Unit = 8;
 constexpr unsigned SmallestRead = 8;
+
+// Places of the areas in the common header (chapter 8 of the FRU's storage definition).
+constexpr std::size_t ChassisPlace = 2;
+constexpr std::size_t BoardPlace = 3;
+constexpr std::size_t ProductPlace = 4;
+constexpr unsigned FarthestPlace = 0xFF;
 
 class Reading {
 public:
@@ -47,35 +54,54 @@ private:
     }
 
     // Header, and of each area that it names first the length and then the whole. What a read
-    // brought along is not read again.
+    // brought along is not read again; what the controller refuses costs its own area alone.
     bool _readAreas() {
         if (!_fill(0, HeaderLength))
             return false;
         const bool isErased = _result.bytes.find_first_not_of('\xFF') == std::string::npos;
         if (isErased || _result.bytes.size() < HeaderLength)
             return true;
-        std::string places = _result.bytes.substr(2, 3);
-        std::sort(places.begin(), places.end(), [](char one, char other) {
-            return static_cast<unsigned char>(one) < static_cast<unsigned char>(other);
+        std::array<std::size_t, 3> places = {ChassisPlace, BoardPlace, ProductPlace};
+        std::sort(places.begin(), places.end(), [this](std::size_t one, std::size_t other) {
+            return _startOf(one) < _startOf(other);
         });
         bool isComplete = true;
-        for (const char place : places) {
-            const std::size_t start = static_cast<unsigned char>(place) * Unit;
-            // One that is not there is the decoder's to note.
-            if (start == 0 || start + 2 > _total)
-                continue;
-            isComplete = isComplete && _fill(start, start + 2);
-            const std::size_t length = byteAt(_result.bytes, start + 1) * Unit;
-            isComplete = isComplete && _fill(start, std::min(start + length, _total));
-        }
+        for (const std::size_t place : places)
+            isComplete = _readArea(place) && isComplete;
         return isComplete;
     }
 
-    // Reads from start to end what was not read before; the data grow by it, erased in between.
+    std::size_t _startOf(std::size_t place) const { return byteAt(_result.bytes, place) * Unit; }
+
+    bool _readArea(std::size_t place) {
+        const std::size_t start = _startOf(place);
+        // One that is not there is the decoder's to note.
+        if (start == 0 || start + 2 > _total)
+            return true;
+        if (!_fill(start, start + 2)) {
+            _moveBeyondEnd(place);
+            return false;
+        }
+        const std::size_t length = byteAt(_result.bytes, start + 1) * Unit;
+        return _fill(start, start + length);
+    }
+
+    // So that the decoder takes no other area's bytes for those of one that could not be read. The
+    // header's checksum stays as right or wrong as it was.
+    void _moveBeyondEnd(std::size_t place) {
+        const unsigned moved = FarthestPlace - byteAt(_result.bytes, place);
+        const unsigned checksum = byteAt(_result.bytes, HeaderLength - 1) - moved;
+        _result.bytes[place] = static_cast<char>(FarthestPlace);
+        _result.bytes[HeaderLength - 1] = static_cast<char>(checksum & 0xFFU);
+    }
+
+    // Reads from start to end what was not read before; the data grow by it, with zeros in between,
+    // at which the text of a field ends that a refusal cut.
     bool _fill(std::size_t start, std::size_t end) {
         end = std::min(end, _total);
         // Areas are read in their order: all behind this one's start that is there was read.
         std::size_t at = std::max(start, _result.bytes.size());
+        const BmcReadSize before = _size;
         while (at < end) {
             const std::size_t count = std::min<std::size_t>(_size.bytes(), _total - at);
             const std::optional<IpmiReply> reply = _ask(at, count);
@@ -83,11 +109,14 @@ private:
                 return false;
             const std::string bytes = _bytesOf(*reply);
             if (bytes.empty()) {
-                if (!_size.shrinkFor(*reply))
-                    return false;
-                continue;
+                if (_size.shrinkFor(*reply))
+                    continue;
+                // Where other reads went well the size was not the reason.
+                if (!_result.bytes.empty())
+                    _size = before;
+                return false;
             }
-            _result.bytes.resize(std::max(_result.bytes.size(), at), '\xFF');
+            _result.bytes.resize(std::max(_result.bytes.size(), at), '\0');
             _result.bytes.replace(at, bytes.size(), bytes);
             at += bytes.size();
         }

@@ -30,6 +30,18 @@ protected:
         return found;
     }
 
+    // What a controller does that cannot read one byte of its unit 0.
+    static TestBmc::Trouble refusalOf(std::size_t hole) {
+        return [hole](const IpmiRequest& request, IpmiReply& reply) {
+            const auto start =
+                static_cast<unsigned char>(request.data.size() == 4 ? request.data[1] : 0);
+            const bool isRead = request.command == 0x11 && request.data.front() == 0;
+            reply = {IpmiUnspecified, {}};
+            return isRead && start <= hole &&
+                   hole < start + std::size_t{static_cast<unsigned char>(request.data[3])};
+        };
+    }
+
     using Names = std::vector<std::string>;
 
     ManualClock clock;
@@ -173,6 +185,42 @@ TEST_F(ABmcsFrus, ShowWhatCameBeforeAReadFailed) {
     EXPECT_FALSE(frus[0].isComplete);
     EXPECT_EQ(frus[0].inventory.state, FruInventory::State::Damaged);
     EXPECT_EQ(frus[0].inventory.board->manufacturer.text, "board manufacturer");
+}
+
+TEST_F(ABmcsFrus, HaveTheAreasBehindBytesThatAreRefused) {
+    const std::string bytes =
+        FruBuilder()
+            .chassis(FruAreaBuilder::chassis(23).text("chassis part").text("chassis serial"))
+            .board(FruAreaBuilder::board(25).text("board maker").text(std::string(40, 'b')))
+            .product(FruAreaBuilder::product(25).text("Maker").text("own"))
+            .build(256);
+    // In the chassis' length, and in the board's name.
+    for (const std::size_t hole : {std::size_t{9}, bytes.find("bbbb") + 10}) {
+        TestBmc torn;
+        Bmc fresh;
+        torn.reply("06 01", _deviceIdWithFru).fru(0, bytes).trouble(refusalOf(hole));
+        torn.fru(1, _fru("other")).records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU"))});
+        const std::vector<BmcFru> frus = fresh.getFrus();
+        ASSERT_EQ(frus.size(), 2U);
+        EXPECT_FALSE(frus[0].isComplete);
+        EXPECT_EQ(frus[0].inventory.state, FruInventory::State::Damaged);
+        EXPECT_EQ(frus[0].inventory.chassis.has_value(), hole != 9);
+        ASSERT_TRUE(frus[0].inventory.board);
+        EXPECT_EQ(frus[0].inventory.board->manufacturer.text, "board maker");
+        EXPECT_EQ(frus[0].inventory.board->name.text.find_first_not_of('b'), std::string::npos);
+        EXPECT_EQ(frus[0].inventory.board->name.text.size() == 40, hole == 9);
+        ASSERT_TRUE(frus[0].inventory.product);
+        EXPECT_FALSE(frus[0].inventory.product->isDamaged);
+        EXPECT_EQ(frus[0].inventory.product->name.text, "own");
+    }
+}
+
+TEST_F(ABmcsFrus, AreReadInLargePiecesBehindBytesThatAreRefused) {
+    simulated.fru(0, namedFru().build(256)).fru(1, _fru("first"));
+    simulated.records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU 1"))}).trouble(refusalOf(70));
+    EXPECT_EQ(names(), (Names{"/product name", "PSU 1/first"}));
+    EXPECT_EQ(simulated.countAsked("0a 11 01 00 00 20"), 1U);
+    EXPECT_EQ(simulated.countAsked("0a 11 01"), 1U);
 }
 
 TEST_F(ABmcsFrus, MayBeEmptyOrNonsense) {
