@@ -89,8 +89,8 @@ public:
         }
     }
 
-    // There was no place for the check: who else waits for it by now is told, too.
-    void giveUp(const std::string& digest, const Login& login) {
+    // There is no place for the check, or none any more: who else waits for it by now is told, too.
+    void giveUp(const std::string& digest, const Login& login) noexcept {
         for (const TakeVerdict& take : _end(digest, login, _busy(), 0)) {
             take(_busy());
         }
@@ -181,8 +181,9 @@ std::optional<Verdict> Authenticator::_start(const Login& login, const TakeVerdi
     }
     bool hasPlace = false;
     try {
-        hasPlace =
-            _pool.submit(login.peer, [core = _core, digest, login] { core->check(digest, login); });
+        hasPlace = _pool.submit(
+            login.peer, [core = _core, digest, login] { core->check(digest, login); },
+            [core = _core, digest, login] { core->giveUp(digest, login); });
     } catch (const std::bad_alloc&) {
         // As if there were no place.
     }

@@ -32,6 +32,7 @@ public:
     // numbers to give.
     Authenticator(std::shared_ptr<PasswordSource> passwords, RightGroups groups, Limits limits,
                   Log log);
+    // Those whose checks wait are told that it is busy.
     ~Authenticator();
 
     // As Authenticate in Login.h. A password counts where one is sent, before a certificate, and

@@ -41,7 +41,7 @@ public:
         }
     }
 
-    bool submit(const std::string& peer, Job job) {
+    bool submit(const std::string& peer, Job job, Job onForgotten) {
         const std::lock_guard<std::mutex> lock(_mutex);
         const auto ofPeer =
             std::count_if(_waiting.begin(), _waiting.end(),
@@ -50,7 +50,7 @@ public:
             std::size_t(ofPeer) >= _half(_limits.waiting)) {
             return false;
         }
-        _waiting.push_back({peer, std::move(job)});
+        _waiting.push_back({peer, std::move(job), std::move(onForgotten)});
         _changed.notify_one();
         return true;
     }
@@ -58,8 +58,15 @@ public:
     void end() {
         std::unique_lock<std::mutex> lock(_mutex);
         _ends = true;
-        _waiting.clear();
+        const std::list<Waiting> forgotten = std::exchange(_waiting, {});
         _changed.notify_all();
+        lock.unlock();
+        for (const Waiting& waiting : forgotten) {
+            if (waiting.onForgotten) {
+                waiting.onForgotten();
+            }
+        }
+        lock.lock();
         _ended.wait_for(lock, LEAVING_TIME, [this] { return _threads == _over; });
     }
 
@@ -67,6 +74,7 @@ private:
     struct Waiting {
         std::string peer;
         Job job;
+        Job onForgotten;
     };
 
     static std::size_t _half(std::size_t count) { return std::max<std::size_t>(count / 2, 1); }
@@ -122,8 +130,8 @@ CheckPool::~CheckPool() {
     _core->end();
 }
 
-bool CheckPool::submit(const std::string& peer, Job job) {
-    return _core->submit(peer, std::move(job));
+bool CheckPool::submit(const std::string& peer, Job job, Job onForgotten) {
+    return _core->submit(peer, std::move(job), std::move(onForgotten));
 }
 
 }  // namespace QZ

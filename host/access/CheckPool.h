@@ -24,14 +24,15 @@ public:
     // Throws Error where the system has no thread to give.
     explicit CheckPool(Limits limits);
 
-    // Forgets what waits. What is under way is waited for, but not forever: it may still run after
-    // that, and what it uses is its own affair.
+    // Forgets what waits, and says so first. What is under way is waited for, but not forever: it
+    // may still run after that, and what it uses is its own affair.
     ~CheckPool();
     CheckPool(const CheckPool&) = delete;
     CheckPool& operator=(const CheckPool&) = delete;
 
-    // False where there is no place. A job must not throw.
-    bool submit(const std::string& peer, Job job);
+    // False where there is no place. Where the pool ends before the job begins, `onForgotten` is
+    // called in its stead. Neither may throw.
+    bool submit(const std::string& peer, Job job, Job onForgotten = nullptr);
 
 private:
     class Core;

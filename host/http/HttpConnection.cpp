@@ -218,9 +218,11 @@ void Connection::_judge() {
     _state = State::Judging;
     const auto known =
         options.authenticate(_login, [self = shared_from_this()](const Verdict& verdict) {
-            asio::post(self->_socket.get_executor(), [self, verdict] {
-                if (self->_state == State::Judging) {
-                    self->_onVerdict(verdict);
+            // It may come when the loop is over, and must not keep that alive.
+            asio::post(self->_socket.get_executor(), [weak = self->weak_from_this(), verdict] {
+                const auto judged = weak.lock();
+                if (judged && judged->_state == State::Judging) {
+                    judged->_onVerdict(verdict);
                 }
             });
         });

@@ -160,6 +160,21 @@ TEST_F(AuthenticatorTest, IsBusyForOneAddressAndNotForOthers) {
     EXPECT_EQ(Verdict::Refused, all.front().get().kind);
 }
 
+TEST_F(AuthenticatorTest, IsBusyForThoseThatItLeavesWaiting) {
+    Authenticator::Limits limits;
+    limits.pool.threads = 1;
+    auto leaving = std::make_unique<Authenticator>(passwords, RightGroups{}, limits,
+                                                   [](const std::string&) {});
+    EXPECT_FALSE(leaving->authenticate(login("slow", "right"), [](const Verdict&) {}));
+    std::promise<Verdict::Kind> kind;
+    EXPECT_FALSE(
+        leaving->authenticate(login("anna", "right", "192.0.2.8"),
+                              [&kind](const Verdict& verdict) { kind.set_value(verdict.kind); }));
+    const auto gone = std::async(std::launch::async, [&leaving] { leaving.reset(); });
+    EXPECT_EQ(Verdict::Busy, kind.get_future().get());
+    passwords->release.set_value();
+}
+
 TEST_F(AuthenticatorTest, CountsNoPasswordThatNobodyCouldCheck) {
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(Verdict::Busy, kindOf(login("unknowable", "right")));

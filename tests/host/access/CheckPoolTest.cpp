@@ -74,5 +74,19 @@ TEST(CheckPool, RefusesWhatItHasNoPlaceFor) {
     gate.open();
 }
 
+TEST(CheckPool, SaysAtOnceWhatItForgets) {
+    Gate gate;
+    Awaited running;
+    Awaited forgotten;
+    auto pool = std::make_unique<CheckPool>(CheckPool::Limits{1, 4});
+    ASSERT_TRUE(pool->submit("one", running.job(&gate)));
+    running.awaitBegin();
+    ASSERT_TRUE(pool->submit(
+        "other", [] { ADD_FAILURE() << "it is done all the same"; }, forgotten.job()));
+    const auto gone = std::async(std::launch::async, [&pool] { pool.reset(); });
+    forgotten.awaitEnd();
+    gate.open();
+}
+
 }  // namespace
 }  // namespace QZ
