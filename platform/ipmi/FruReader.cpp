@@ -17,11 +17,14 @@ constexpr unsigned char ReadData = 0x11;
 constexpr std::size_t HeaderLength = 8;
 constexpr std::size_t Unit = 8;
 constexpr unsigned SmallestRead = 8;
+constexpr unsigned EndOfFields = 0xC1;
 
 // Places of the areas in the common header (chapter 8 of the FRU's storage definition).
+constexpr std::size_t FirstPlace = 1;
 constexpr std::size_t ChassisPlace = 2;
 constexpr std::size_t BoardPlace = 3;
 constexpr std::size_t ProductPlace = 4;
+constexpr std::size_t LastPlace = 5;
 constexpr unsigned FarthestPlace = 0xFF;
 
 class Reading {
@@ -83,7 +86,27 @@ private:
             return false;
         }
         const std::size_t length = byteAt(_result.bytes, start + 1) * Unit;
-        return _fill(start, start + length);
+        return length == 0 ? _readFields(place) : _fill(start, start + length);
+    }
+
+    // The fields of an area that tells no length, up to their end marker, and no farther than the
+    // next area or the longest that there may be.
+    bool _readFields(std::size_t place) {
+        const std::size_t start = _startOf(place);
+        std::size_t end = std::min(start + FarthestPlace * Unit, _total);
+        for (std::size_t other = FirstPlace; other <= LastPlace; ++other) {
+            if (_startOf(other) > start)
+                end = std::min(end, _startOf(other));
+        }
+        for (std::size_t at = start + (place == BoardPlace ? 6 : 3); at < end;) {
+            if (!_fill(start, at + 1))
+                return false;
+            const unsigned typeLength = byteAt(_result.bytes, at);
+            if (typeLength == EndOfFields)
+                return true;
+            at += 1 + (typeLength & 0x3FU);
+        }
+        return _fill(start, end);
     }
 
     // So that the decoder takes no other area's bytes for those of one that could not be read. The

@@ -215,6 +215,46 @@ TEST_F(ABmcsFrus, HaveTheAreasBehindBytesThatAreRefused) {
     }
 }
 
+TEST_F(ABmcsFrus, AreReadToTheEndMarkerWhereAnAreaTellsNoLength) {
+    const std::string longName(50, 'n');
+    const FruAreaBuilder board = FruAreaBuilder::board(25).text("Maker").text(longName).text("B-7");
+    const FruAreaBuilder product =
+        FruAreaBuilder::product(25).text("Maker").text(longName).text("P-7");
+    simulated
+        .fru(
+            0,
+            FruBuilder().board(FruAreaBuilder(board).announceUnits(0)).product(product).build(2048))
+        .fru(1, FruBuilder()
+                    .board(board)
+                    .product(FruAreaBuilder(product).announceUnits(0))
+                    .build(2048));
+    simulated.records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU 1"))});
+    for (const BmcFru& fru : bmc.getFrus()) {
+        EXPECT_TRUE(fru.isComplete);
+        EXPECT_EQ(fru.inventory.state, FruInventory::State::Damaged);
+        EXPECT_EQ(fru.inventory.board->name.text, longName);
+        EXPECT_EQ(fru.inventory.board->serialNumber.text, "B-7");
+        EXPECT_EQ(fru.inventory.product->name.text, longName);
+        EXPECT_EQ(fru.inventory.product->partNumber.text, "P-7");
+    }
+    EXPECT_LE(simulated.countAsked("0a 11"), 2 * 6U) << "nothing behind the markers";
+}
+
+TEST_F(ABmcsFrus, AreReadInBoundsWhereAnAreaHasNeitherLengthNorEnd) {
+    const auto endless = FruAreaBuilder::chassis(23).announceUnits(0).withoutEnd();
+    std::string bytes = FruBuilder().chassis(endless).build();
+    bytes.resize(60000, '\x01');
+    simulated.fru(0, bytes);
+    EXPECT_EQ(bmc.getFrus().size(), 1U);
+    EXPECT_LE(simulated.countAsked("0a 11"), 65U) << "of the longest area";
+    EXPECT_GE(simulated.countAsked("0a 11"), 63U);
+    simulated.forgetAsked();
+    clock.sleepMilliseconds(5000);
+    simulated.fru(0, FruBuilder().chassis(endless).internalUse(bytes).build());
+    EXPECT_EQ(bmc.getFrus().size(), 1U);
+    EXPECT_EQ(simulated.countAsked("0a 11"), 1U) << "up to the next area";
+}
+
 TEST_F(ABmcsFrus, AreReadInLargePiecesBehindBytesThatAreRefused) {
     simulated.fru(0, namedFru().build(256)).fru(1, _fru("first"));
     simulated.records({fruLocatorRecord(fruLocator(1, 1, 10, "PSU 1"))}).trouble(refusalOf(70));
