@@ -4,13 +4,18 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include <optional>
+
 #include "Assignment.h"
+#include "CimObjectFile.h"
 #include "CimText.h"
 #include "Error.h"
+#include "File.h"
 #include "FileContent.h"
 #include "FruImport.h"
 #include "Instances.h"
 #include "Output.h"
+#include "Product.h"
 #include "TerminalText.h"
 #include "ValueText.h"
 
@@ -23,6 +28,7 @@ namespace {
 constexpr std::size_t _largestImport = std::size_t{64} * 1024 * 1024;
 
 const char* const _className = "TAVIRA_FRU";
+const wchar_t* const _storeName = L"fru.dat";
 
 CIMObjectPath _classPath() {
     return CIMObjectPath(String(), MODEL_NAMESPACE, CIMName(_className));
@@ -45,7 +51,16 @@ bool _isRecorded(const CIMInstance& unit) {
     return _textOf(unit, "ElementName") == "GETFRU";
 }
 
-std::vector<CIMInstance> _recorded(Operations& server) {
+// Throws Error where the store cannot be read: its provider then answers with what else the machine
+// has, as if nothing were recorded. That of another server is not ours to look at.
+void _requireStore(const Request& request) {
+    if (request.server.empty()) {
+        CimObjectFile(Product::getDataDirectory() + _storeName).open(ReadMode);
+    }
+}
+
+std::vector<CIMInstance> _recorded(const Request& request, Operations& server) {
+    _requireStore(request);
     std::vector<CIMInstance> recorded;
     for (const CIMInstance& unit : server.enumerateInstances(_classPath())) {
         if (_isRecorded(unit)) {
@@ -55,21 +70,30 @@ std::vector<CIMInstance> _recorded(Operations& server) {
     return recorded;
 }
 
-CommandResult _list(const Request& request, Operations& server) {
+CommandResult _list(const Request& request, Operations& server, const Notes& note) {
+    CommandResult result;
+    try {
+        _requireStore(request);
+    } catch (const Error& error) {
+        note(error.what());
+        result.status = EXIT_FAILED;
+    }
     std::vector<CIMInstance> units;
     for (const CIMInstance& found : server.enumerateInstances(_classPath())) {
         CIMInstance unit = found.clone();
         unit.addProperty(CIMProperty(CIMName("Recorded"), CIMValue(Boolean(_isRecorded(unit)))));
         units.push_back(unit);
     }
-    return {makeOutput(request.format)->instances(units)};
+    result.text = makeOutput(request.format)->instances(units);
+    return result;
 }
 
 // The one that is meant: by its path, or by a FRU number that no other has.
-CIMInstance _named(const std::string& name, Operations& server) {
+CIMInstance _named(const Request& request, Operations& server) {
+    const std::string& name = request.subject;
     const bool isPath = name.find('=') != std::string::npos;
     std::vector<CIMInstance> meant;
-    for (const CIMInstance& unit : _recorded(server)) {
+    for (const CIMInstance& unit : _recorded(request, server)) {
         const CIMObjectPath& path = unit.getPath();
         const CIMObjectPath local(String(), CIMNamespaceName(), path.getClassName(),
                                   path.getKeyBindings());
@@ -107,14 +131,15 @@ CIMObjectPath _create(CIMInstance unit, Operations& server) {
 void _edit(const Request& request, Operations& server) {
     const std::vector<Assignment> assignments =
         parseAssignments(_declaration(server), request.assignments);
-    CIMInstance unit = _named(request.subject, server).clone();
+    CIMInstance unit = _named(request, server).clone();
     for (const Assignment& assignment : assignments) {
         setProperty(unit, make_String(assignment.property->name), assignment.value);
     }
     _modify(unit, server);
 }
 
-std::vector<FruChange> _plan(const std::string& file, Operations& server) {
+std::vector<FruChange> _plan(const Request& request, Operations& server) {
+    const std::string& file = request.fru.file;
     const FileContent content = readWholeFile(file, _largestImport);
     if (content.state == FileContent::Missing || content.state == FileContent::Unreadable) {
         throwSystemError("Cannot read", file, content.error);
@@ -123,27 +148,54 @@ std::vector<FruChange> _plan(const std::string& file, Operations& server) {
         throw Error("Cannot read " + file + ": it is no file, or too large for one of units");
     }
     try {
-        return planImport(_recorded(server), content.text);
+        return planImport(_recorded(request, server), content.text);
     } catch (const Error& error) {
         throw Error(file + ", " + error.what());
     }
 }
 
-// Each change is written once it is made, so that one that is refused leaves a record of those
-// before it.
+// Why a change is not made. Lasting: what stops it will stop the others, too.
+struct Obstacle {
+    std::string text;
+    bool isLasting;
+};
+
+std::optional<Obstacle> _make(const FruChange& change, Operations& server) {
+    try {
+        if (change.isNew) {
+            _create(change.unit, server);
+        } else {
+            _modify(change.unit.clone(), server);
+        }
+        return std::nullopt;
+    } catch (const CIMException& exception) {
+        // Of the unit alone the server says more.
+        return Obstacle{statusText(exception), exception.getCode() == CIM_ERR_FAILED};
+    } catch (const Error& error) {
+        return Obstacle{error.what(), true};
+    }
+}
+
+// Each change is written once it is made, so that one that is not leaves a record of those before
+// it.
 CommandResult _import(const Request& request, Operations& server, const Notes& note) {
     CommandResult result;
-    for (const FruChange& change : _plan(request.fru.file, server)) {
-        try {
-            if (!request.fru.isDryRun && change.isNew) {
-                _create(change.unit, server);
-            } else if (!request.fru.isDryRun) {
-                _modify(change.unit.clone(), server);
-            }
+    const std::vector<FruChange> changes = _plan(request, server);
+    std::size_t made = 0;
+    for (const FruChange& change : changes) {
+        const std::optional<Obstacle> obstacle =
+            request.fru.isDryRun ? std::nullopt : _make(change, server);
+        if (!obstacle) {
             result.text += visibleText(change.text) + "\n";
-        } catch (const CIMException& exception) {
-            note("not done: " + change.text + ": " + statusText(exception));
-            result.status = EXIT_FAILED;
+            ++made;
+            continue;
+        }
+        result.status = EXIT_FAILED;
+        note("not done: " + change.text + ": " + obstacle->text);
+        if (obstacle->isLasting) {
+            note("stopped: " + std::to_string(made) + " of " + std::to_string(changes.size()) +
+                 " changes are made");
+            break;
         }
     }
     return result;
@@ -154,7 +206,7 @@ CommandResult _import(const Request& request, Operations& server, const Notes& n
 CommandResult runFru(const Request& request, Operations& server, const Notes& note) {
     switch (request.fru.action) {
         case FruRequest::List:
-            return _list(request, server);
+            return _list(request, server, note);
         case FruRequest::Add:
             return {makeOutput(request.format)
                         ->names({_create(createdInstance(_declaration(server), request.assignments),
@@ -163,10 +215,10 @@ CommandResult runFru(const Request& request, Operations& server, const Notes& no
             _edit(request, server);
             return {};
         case FruRequest::Remove:
-            server.deleteInstance(_named(request.subject, server).getPath());
+            server.deleteInstance(_named(request, server).getPath());
             return {};
         case FruRequest::Export:
-            return {exportFrus(_recorded(server))};
+            return {exportFrus(_recorded(request, server))};
         case FruRequest::Import:
             return _import(request, server, note);
     }

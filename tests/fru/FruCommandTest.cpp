@@ -3,15 +3,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "BuildPaths.h"
 #include "CommandRun.h"
 
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
 const std::string _machine = TAVQZ_SOURCE_DIR "/tests/machines/bare";
 const std::string _header = "FRUNumber,IdentifyingNumber,Vendor,Name,Description\r\n";
+
+using Arguments = std::vector<std::string>;
 
 class FruCommandTest : public testing::Test {
 protected:
@@ -125,4 +130,47 @@ TEST_F(FruCommandTest, ImportsNothingOfAFileThatIsWrong) {
     EXPECT_THAT(printed({"import", file}, 1), HasSubstr("units.csv, line 3: 3 cells under 5"));
     EXPECT_EQ(_header, printed({"export"}));
     EXPECT_THAT(printed({"import", folder.file("none.csv")}, 1), HasSubstr("No such file"));
+}
+
+TEST_F(FruCommandTest, FailsWhereItCannotReadWhatIsRecorded) {
+    const std::string file = folder.write("units.csv", _header + "39M4,7,Acme,Fan,\r\n");
+    std::filesystem::create_directory(folder.file("data"));
+    // No user may open it, root neither.
+    std::filesystem::create_symlink("fru.dat", folder.file("data/fru.dat"));
+    for (const Arguments& arguments : {Arguments{"export"},
+                                       {"import", file},
+                                       {"import", file, "--dry-run"},
+                                       {"remove", "39M4"},
+                                       {"edit", "39M4", "Name=Fan"}}) {
+        const CommandRun done = run(arguments);
+        EXPECT_EQ(1, done.status) << arguments.front();
+        EXPECT_EQ("", done.out);
+        EXPECT_THAT(done.err, HasSubstr("Cannot read " + folder.file("data/fru.dat")));
+    }
+}
+
+TEST_F(FruCommandTest, ListsTheOtherUnitsWhereItCannotReadWhatIsRecorded) {
+    std::filesystem::create_directory(folder.file("data"));
+    std::filesystem::create_symlink("fru.dat", folder.file("data/fru.dat"));
+    const std::string rack = TAVQZ_SOURCE_DIR "/tests/machines/rack-server";
+    const CommandRun done = runCommandLine(
+        {"--root", rack, "--data-dir", folder.file("data"), "fru", "list", "--format", "csv"});
+    EXPECT_EQ(1, done.status);
+    EXPECT_THAT(done.out, HasSubstr("6SJ0042B"));
+    EXPECT_THAT(done.err, HasSubstr("Cannot read " + folder.file("data/fru.dat")));
+}
+
+TEST_F(FruCommandTest, StopsAnImportAtTheFirstRowThatTheStoreCannotTake) {
+    add("39M4", "Fan");
+    // Which lets nobody write, while readers go on without a lock.
+    std::filesystem::remove(folder.file("data/fru.dat.lock"));
+    std::filesystem::create_symlink("fru.dat.lock", folder.file("data/fru.dat.lock"));
+    const std::string file =
+        folder.write("units.csv", _header + "39M4,7,Acme,Pump,\r\n39M5,7,Acme,Fan,\r\n");
+    const CommandRun done = run({"import", file});
+    EXPECT_EQ(1, done.status);
+    EXPECT_EQ("", done.out);
+    EXPECT_THAT(done.err, HasSubstr("not done: edit FRUNumber=\"39M4\""));
+    EXPECT_THAT(done.err, Not(HasSubstr("39M5")));
+    EXPECT_THAT(done.err, HasSubstr("stopped: 0 of 2 changes are made"));
 }
