@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Error.h"
+#include "LogText.h"
 
 namespace QZ {
 
@@ -82,7 +83,7 @@ public:
                           ? _checkCertificate(login.certificateName)
                           : _accepted(localCaller(*login.localUser, _groups));
         } catch (const std::exception& error) {
-            _log("cannot check " + login.user + ": " + error.what());
+            _log("cannot check " + textForLog(login.user) + ": " + error.what());
         }
         for (const TakeVerdict& take : _end(digest, login, verdict, revision)) {
             take(verdict);
@@ -133,8 +134,8 @@ private:
         } else if (verdict.kind == Verdict::Busy) {
             _attempts.takeBack(login.peer, login.user);
         } else {
-            _log("wrong password for " + login.user + " from " + login.peer + ", number " +
-                 std::to_string(_attempts.count(login.peer, login.user)));
+            _log("wrong password for " + textForLog(login.user) + " from " + login.peer +
+                 ", number " + std::to_string(_attempts.count(login.peer, login.user)));
         }
     }
 

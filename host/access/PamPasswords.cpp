@@ -8,6 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "LogText.h"
+
 namespace QZ {
 
 namespace {
@@ -119,7 +121,7 @@ PasswordSource::Finding PamPasswords::check(const Login& login) {
     // A wrong password is the request's line in the log.
     if (result != PAM_AUTH_ERR && result != PAM_USER_UNKNOWN) {
         _log("PAM's service " + _service.name + (isRefusal ? " refuses " : " cannot check ") +
-             login.user + ": " + transaction.text());
+             textForLog(login.user) + ": " + transaction.text());
     }
     return {isRefusal ? Finding::Wrong : Finding::Unknown, {}};
 }

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Clock.h"
+#include "LogText.h"
 
 namespace QZ {
 
@@ -39,8 +40,8 @@ double _milliseconds(const HttpLogRecord& record) {
 std::string requestText(const HttpLogRecord& record) {
     char time[32];
     (void)std::snprintf(time, sizeof time, "%.1f ms", _milliseconds(record));
-    std::string line = record.peer + " " + (record.user.empty() ? "-" : record.user) + " " +
-                       (record.method.empty() ? "-" : record.method);
+    std::string line = record.peer + " " + (record.user.empty() ? "-" : textForLog(record.user)) +
+                       " " + (record.method.empty() ? "-" : textForLog(record.method));
     line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";
     return line + std::to_string(record.bytes) + " bytes " + time;
 }
@@ -48,8 +49,8 @@ std::string requestText(const HttpLogRecord& record) {
 std::string requestJson(const HttpLogRecord& record) {
     return _line({{"time", _now()},
                   {"peer", record.peer},
-                  {"user", record.user},
-                  {"method", record.method},
+                  {"user", textForLog(record.user)},
+                  {"method", textForLog(record.method)},
                   {"operation", record.text},
                   {"status", record.status},
                   {"bytes", record.bytes},

@@ -9,6 +9,7 @@
 
 #include "CimText.h"
 #include "HttpMapping.h"
+#include "LogText.h"
 
 namespace QZ {
 
@@ -72,6 +73,7 @@ std::string _logText(const CimRequest& request, int status) {
     if (!name.empty()) {
         text += " " + name;
     }
+    text = textForLog(text);
     return status == 0 ? text : text + " CIM status " + std::to_string(status);
 }
 
@@ -120,10 +122,11 @@ void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
     try {
         request = decodeRequest(http.body, _limits.xml);
     } catch (const CimBadRequest& bad) {
-        reply.setLogText(std::string(bad.cimError) + ": " + bad.reason);
+        reply.setLogText(textForLog(std::string(bad.cimError) + ": " + bad.reason));
         return _send(reply, mapping.failure(bad.status, bad.cimError));
     } catch (const CimRefusal& refusal) {
-        reply.setLogText(refusal.call.method + " CIM status " + std::to_string(refusal.status));
+        reply.setLogText(textForLog(refusal.call.method) + " CIM status " +
+                         std::to_string(refusal.status));
         return answer.refuse(refusal.call, refusal.status, refusal.reason);
     }
     if (const auto mismatch = mapping.mismatch(request)) {

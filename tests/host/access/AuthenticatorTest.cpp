@@ -89,6 +89,16 @@ TEST_F(AuthenticatorTest, RefusesWrongPasswordsAndNone) {
     EXPECT_EQ(1, passwords->asked);
 }
 
+TEST_F(AuthenticatorTest, LogsOfANameWhatFits) {
+    std::promise<std::string> logged;
+    Authenticator logging(passwords, {}, {},
+                          [&logged](const std::string& line) { logged.set_value(line); });
+    EXPECT_FALSE(
+        logging.authenticate(login(std::string(10'000, 'a'), "wrong"), [](const Verdict&) {}));
+    EXPECT_EQ("wrong password for " + std::string(197, 'a') + "... from 192.0.2.7, number 1",
+              logged.get_future().get());
+}
+
 TEST_F(AuthenticatorTest, RemembersForAShortTimeWhoWasLetIn) {
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));

@@ -41,6 +41,14 @@ TEST(RequestLog, IsAnObjectForPrograms) {
     EXPECT_EQ("{\"time\":\"2027-01-15T08:00:00Z\",\"message\":\"a\"}", messageJson("a"));
 }
 
+TEST(RequestLog, QuotesOfNamesWhatFits) {
+    HttpLogRecord hostile = record();
+    hostile.user = std::string(10'000, 'u');
+    hostile.method = std::string(10'000, 'm');
+    EXPECT_GT(600U, requestText(hostile).size());
+    EXPECT_GT(700U, requestJson(hostile).size());
+}
+
 TEST(RequestLog, StaysOneLineOfJsonWhateverIsSent) {
     HttpLogRecord hostile = record();
     hostile.user = "a\"\n\xff\x1b[2J\xc3\xa4";

@@ -49,6 +49,12 @@ TEST_F(HttpMappingTest, AnswersWithItsHeaders) {
     EXPECT_EQ(reply.logText, "EnumerateInstances TEST_Several");
 }
 
+TEST_F(HttpMappingTest, QuotesOfMethodsInTheLogWhatFits) {
+    const std::string method(10'000, 'm');
+    EXPECT_EQ(answer(TestCaller::request(method, "")).logText.substr(0, 212),
+              std::string(197, 'm') + "... CIM status ");
+}
+
 TEST_F(HttpMappingTest, TakesXmlByEitherNameInUtf8) {
     EXPECT_EQ(answer(_with("Content-Type", "text/xml")).answer.status, 200);
     EXPECT_EQ(answer(_with("Content-Type", "text/xml; charset=\"UTF-8\"")).answer.status, 200);
