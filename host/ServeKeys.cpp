@@ -225,10 +225,10 @@ void _addSizes(std::vector<ServeKey>& keys) {
                PLACE(limits.enumerations), 1, LARGEST_COUNT),
         _count("enumerated-objects", "N", "Objects that those keep, all together",
                PLACE(limits.enumeratedObjects), 1, 10 * LARGEST_COUNT),
-        _count("checks", "N", "Passwords that are looked at at once", PLACE(limits.checks), 1,
-               MOST_THREADS),
-        _count("waiting-checks", "N", "Passwords that wait to be looked at",
-               PLACE(limits.waitingChecks), 1, LARGEST_COUNT),
+        _reloaded(_count("checks", "N", "Passwords that are looked at at once",
+                         PLACE(limits.checks), 1, MOST_THREADS)),
+        _reloaded(_count("waiting-checks", "N", "Passwords that wait to be looked at",
+                         PLACE(limits.waitingChecks), 1, LARGEST_COUNT)),
     };
     keys.insert(keys.end(), sizes.begin(), sizes.end());
 }

@@ -67,8 +67,10 @@ public:
     void again() {
         try {
             ServeValues values = readServeValues(_arguments);
-            request = makeServeRequest(values);
-            access.renew(_withLog());
+            ServeRequest renewed = makeServeRequest(values);
+            access.renew(renewed);
+            request = std::move(renewed);
+            log.setJson(request.logFormat == "json");
             for (const ServeKey& key : serveKeys()) {
                 if (!key.isReloaded && values[key.name] != _values[key.name]) {
                     log.message(key.name + " is taken over at the next start");
