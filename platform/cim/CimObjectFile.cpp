@@ -20,6 +20,7 @@ using namespace Pegasus;
 namespace {
 
 constexpr std::string_view _lastLine = "};";
+constexpr std::string_view _byteOrderMark = "\xEF\xBB\xBF";
 
 CIMObjectPath _identity(const CIMObjectPath& path) {
     return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(), path.getKeyBindings());
@@ -68,8 +69,49 @@ std::string_view _withoutEnd(std::string_view line) {
     return line.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-bool _isComment(std::string_view line) {
-    return line.substr(0, 2) == "//" && line.find('\0') == std::string_view::npos;
+// Whether a line means nothing to us.
+bool _isRemark(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(" \t\r\n");
+    return first == std::string_view::npos ||
+           (line.substr(first, 2) == "//" && line.find('\0') == std::string_view::npos);
+}
+
+std::string _withoutRemarks(std::string_view lines) {
+    std::string text;
+    while (!lines.empty()) {
+        const std::string_view line = _takeLine(lines);
+        text.append(_isRemark(line) ? std::string_view() : line);
+    }
+    return text;
+}
+
+// Where somebody changed a text that is a key and left the path as it was, the property is what he
+// looked at.
+void _takeKeysOfProperties(CIMInstance& instance) {
+    CIMObjectPath path = instance.getPath();
+    Array<CIMKeyBinding> keys = path.getKeyBindings();
+    for (Uint32 i = 0; i < keys.size(); ++i) {
+        const CIMValue value =
+            instance.getProperty(instance.findProperty(keys[i].getName())).getValue();
+        if (keys[i].getType() == CIMKeyBinding::STRING && value.getType() == CIMTYPE_STRING &&
+            !value.isArray())
+            keys[i].setValue(value.toString());
+    }
+    path.setKeyBindings(keys);
+    instance.setPath(path);
+}
+
+// The same for paths that name the same instance.
+std::set<std::string> _identityTexts(const CIMObjectPath& path) {
+    const auto lower = [](String name) {
+        name.toLower();
+        return make_string(name);
+    };
+    std::set<std::string> texts{lower(path.getClassName().getString())};
+    const Array<CIMKeyBinding>& keys = path.getKeyBindings();
+    for (Uint32 i = 0; i < keys.size(); ++i)
+        texts.insert(lower(keys[i].getName().getString()) + '=' + make_string(keys[i].getValue()));
+    return texts;
 }
 
 // An editor may have left out the end of the last line.
@@ -133,34 +175,46 @@ std::vector<CimObjectFile::Entry>::iterator CimObjectFile::_find(const CIMObject
 bool CimObjectFile::_load(const std::string& text) {
     _forget();
     bool isSound = true;
+    Identities known;
+    std::string_view rest = text;
+    const bool isMarked = rest.substr(0, _byteOrderMark.size()) == _byteOrderMark;
+    // What stands outside of instances, or at the margin between the lines of one: there it is the
+    // next one's, should this one be torn.
+    std::string remarks(rest.substr(0, isMarked ? _byteOrderMark.size() : 0));
+    rest.remove_prefix(remarks.size());
     std::string comment;
     std::optional<std::string> open;
-    std::string_view rest = text;
     while (!rest.empty()) {
         const std::string_view line = _takeLine(rest);
         const bool isInside = open && (line.front() == ' ' || line.front() == '\t');
-        if (isInside) {
-            open->append(line);
-        } else if (open && _withoutEnd(line) == _lastLine) {
-            open->append(line);
-            isSound = _addEntry(std::exchange(comment, {}), *std::exchange(open, {})) && isSound;
+        const bool isLast = open && _withoutEnd(line) == _lastLine;
+        if (isInside || isLast) {
+            open->append(std::exchange(remarks, {})).append(line);
+            if (isLast)
+                isSound = _addEntry(std::exchange(comment, {}), *std::exchange(open, {}), known) &&
+                          isSound;
         } else if (line.substr(0, 8) == "instance") {
             isSound = isSound && !open;
+            comment += std::exchange(remarks, {});
             open = line;
-        } else if (!open && (_withoutEnd(line).empty() || _isComment(line))) {
-            comment.append(line);
+        } else if (_isRemark(line)) {
+            remarks.append(line);
         } else {
             isSound = false;
             open.reset();
         }
     }
-    _end = _whole(std::move(comment));
+    _end = _whole(comment + remarks);
     return isSound && !open;
 }
 
-bool CimObjectFile::_addEntry(std::string comment, std::string text) {
-    std::optional<CIMInstance> instance = parseInstance(text);
+bool CimObjectFile::_addEntry(std::string comment, std::string text, Identities& known) {
+    std::optional<CIMInstance> instance = parseInstance(_withoutRemarks(text));
     if (!instance || _missingKeys(*instance).size() != 0)
+        return false;
+    _takeKeysOfProperties(*instance);
+    // A second one could neither be changed nor deleted.
+    if (!known.insert(_identityTexts(instance->getPath())).second)
         return false;
     _entries.push_back({std::move(comment), _whole(std::move(text)), *instance});
     return true;

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,9 @@
 namespace QZ {
 
 // CIM instances with their paths, kept as text (ObjectText) that people may read and mend: lines
-// between instances that begin with "//" are comments, and what is not changed stays as written.
-// An instance of which a part is damaged is not there; those around it are.
+// that begin with "//" are comments, and what is not changed stays as written. A key that is a text
+// is the property's where the path has another. An instance of which a part is damaged is not
+// there, nor is a second one of the same keys; those around it are.
 //
 // An instance is known by its class and its keys alone: clients write host and namespace in many
 // ways. Used by one thread at a time.
@@ -53,7 +55,9 @@ private:
         Pegasus::CIMInstance instance;
     };
 
-    bool _addEntry(std::string comment, std::string text);
+    using Identities = std::set<std::set<std::string>>;
+
+    bool _addEntry(std::string comment, std::string text, Identities& known);
     std::vector<Entry>::iterator _find(const Pegasus::CIMObjectPath& path);
 
     std::vector<Entry> _entries;

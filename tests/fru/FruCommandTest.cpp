@@ -103,6 +103,25 @@ TEST_F(FruCommandTest, TellsUnitsOfOneNumberApartByTheirPaths) {
     EXPECT_THAT(printed({"remove", "39M4"}, 3), HasSubstr("fru list"));
 }
 
+TEST_F(FruCommandTest, EditsAndRemovesWhatWasChangedByHand) {
+    add("39M4", "Fan");
+    const std::string once = folder.read("data/fru.dat");
+    std::string changed = "// Was 39M4.\n\n" + once;
+    const std::string property = " string FRUNumber = \"39M4";
+    changed.replace(changed.rfind(property), property.size(), " string FRUNumber = \"39M9");
+    folder.write("data/fru.dat", changed);
+    EXPECT_EQ("", printed({"edit", "39M9", "Name=Pump"}));
+    EXPECT_EQ(_header + "39M9,7,Acme,Pump,\r\n", printed({"export"}));
+    folder.write("data/fru.dat", changed);
+    EXPECT_EQ("", printed({"remove", "39M9"}));
+    folder.write("data/fru.dat", once + once);
+    EXPECT_EQ("", printed({"edit", "39M4", "Name=Pump"}));
+    EXPECT_EQ(_header + "39M4,7,Acme,Pump,\r\n", printed({"export"}));
+    folder.write("data/fru.dat", once + once);
+    EXPECT_EQ("", printed({"remove", "39M4"}));
+    EXPECT_EQ(_header, printed({"export"}));
+}
+
 TEST_F(FruCommandTest, ImportsWhatItExported) {
     add("39M4", "Fan \"left\"");
     add("39M5", "Pump");

@@ -258,3 +258,61 @@ TEST_F(CimObjectFileTest, KeepsADamagedFileBesideTheNewOne) {
     create(fruInstance("3"));
     EXPECT_FALSE(folder.contains(std::string(Aside) + "-2"));
 }
+
+TEST_F(CimObjectFileTest, TakesBlankLinesCommentsAndAMarkOfByteOrder) {
+    const std::string whole =
+        "\xEF\xBB\xBF// Mended by hand.\n\n  // Twice.\n"
+        "instance of TAVIRA_FRU {\n\n  path TAVIRA_FRU {key string FRUNumber = \"1\";};\n"
+        "// at the margin\n  string FRUNumber = \"1\";\n\r\n \t\n  // inside\n};\n";
+    replace(whole);
+    EXPECT_EQ("1 ", numbers());
+    create(fruInstance("2"));
+    EXPECT_EQ("1 2 ", numbers());
+    EXPECT_EQ(0U, folder.read("fru.dat").find(whole + "instance of"));
+    EXPECT_FALSE(folder.contains(Aside));
+}
+
+TEST_F(CimObjectFileTest, KeepsTheCommentAboveAnInstanceWhenTheOneBeforeIsTorn) {
+    create(fruInstance("2"));
+    const std::string second = "// The left one.\n\n" + folder.read("fru.dat");
+    replace("// Lost.\ninstance of TAVIRA_FRU {\n  pa\n" + second);
+    EXPECT_EQ("2 ", numbers());
+    create(fruInstance("3"));
+    EXPECT_EQ(0U, folder.read("fru.dat").find("// Lost.\n" + second));
+    EXPECT_TRUE(folder.contains(Aside));
+}
+
+TEST_F(CimObjectFileTest, KnowsAnInstanceByItsPropertiesWhereItsPathHasOtherKeys) {
+    create(fruInstance("1"));
+    std::string text = folder.read("fru.dat");
+    const std::string property = "\n  string FRUNumber = \"1\"";
+    text.replace(text.find(property), property.size(), "\n  string FRUNumber = \"9\"");
+    replace(text);
+    const CIMInstance found = stored().at(0);
+    EXPECT_EQ(CIMObjectPath("TAVIRA_FRU.FRUNumber=\"9\",IdentifyingNumber=\"7\",Vendor=\"Acme\"")
+                  .toString(),
+              CIMObjectPath(String(), CIMNamespaceName(), found.getClassName(),
+                            found.getPath().getKeyBindings())
+                  .toString());
+    EXPECT_EQ("root/tavqz", make_string(found.getPath().getNameSpace().getString()));
+    change([&] { file.modifyInstance(fruInstance("9", "Pump")); });
+    EXPECT_TRUE(stored()[0].identical(fruInstance("9", "Pump")));
+    EXPECT_FALSE(folder.contains(Aside));
+    replace(text);
+    change([&] { file.deleteInstance(fruInstance("9").getPath()); });
+    EXPECT_EQ("", numbers());
+}
+
+TEST_F(CimObjectFileTest, TakesASecondInstanceOfTheSameKeysForDamaged) {
+    create(fruInstance("1"));
+    const std::string first = folder.read("fru.dat");
+    std::string second = first;
+    second.replace(second.find("\"Fan\""), 5, "\"Pump\"");
+    second.replace(second.find("path TAVIRA_FRU"), 15, "path tavira_fru");
+    replace(first + second);
+    ASSERT_EQ(1U, stored().size());
+    EXPECT_TRUE(stored()[0].identical(fruInstance("1")));
+    change([&] { file.deleteInstance(fruInstance("1").getPath()); });
+    EXPECT_EQ("", numbers());
+    EXPECT_EQ(first + second, folder.read(Aside));
+}
