@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
+#include <iterator>
 #include <list>
 #include <map>
 #include <mutex>
@@ -42,16 +44,29 @@ public:
     }
 
     bool submit(const std::string& peer, Job job, Job onForgotten) {
-        const std::lock_guard<std::mutex> lock(_mutex);
-        const auto ofPeer =
-            std::count_if(_waiting.begin(), _waiting.end(),
-                          [&peer](const Waiting& waiting) { return waiting.peer == peer; });
-        if (_ends || _waiting.size() >= _limits.waiting ||
-            std::size_t(ofPeer) >= _half(_limits.waiting)) {
-            return false;
+        std::list<Waiting> added;
+        added.push_back({peer, std::move(job), std::move(onForgotten)});
+        std::list<Waiting> forgotten;
+        {
+            const std::lock_guard<std::mutex> lock(_mutex);
+            const auto found = _peers.find(peer);
+            const std::size_t own = found == _peers.end() ? 0 : found->second.waiting;
+            if (_ends || own >= _half(_limits.waiting)) {
+                return false;
+            }
+            if (_waiting.size() >= _limits.waiting) {
+                const auto last = _lastBeyondShare(own);
+                if (last == _waiting.end()) {
+                    return false;
+                }
+                --_peers[last->peer].waiting;
+                forgotten.splice(forgotten.end(), _waiting, last);
+            }
+            ++_peers[peer].waiting;
+            _waiting.splice(_waiting.end(), added);
+            _changed.notify_one();
         }
-        _waiting.push_back({peer, std::move(job), std::move(onForgotten)});
-        _changed.notify_one();
+        _tell(forgotten);
         return true;
     }
 
@@ -61,11 +76,7 @@ public:
         const std::list<Waiting> forgotten = std::exchange(_waiting, {});
         _changed.notify_all();
         lock.unlock();
-        for (const Waiting& waiting : forgotten) {
-            if (waiting.onForgotten) {
-                waiting.onForgotten();
-            }
-        }
+        _tell(forgotten);
         lock.lock();
         _ended.wait_for(lock, LEAVING_TIME, [this] { return _threads == _over; });
     }
@@ -77,14 +88,52 @@ private:
         Job onForgotten;
     };
 
+    struct Peer {
+        std::size_t waiting = 0;
+        std::size_t running = 0;
+        std::uint64_t turn = 0;  // its last; 0 where it had none yet
+    };
+
+    static void _tell(const std::list<Waiting>& forgotten) {
+        for (const Waiting& waiting : forgotten) {
+            if (waiting.onForgotten) {
+                waiting.onForgotten();
+            }
+        }
+    }
+
     static std::size_t _half(std::size_t count) { return std::max<std::size_t>(count / 2, 1); }
 
-    // With the mutex held: what may run now.
+    // With the mutex held: the last of whoever has most waiting, where even without it he has no
+    // fewer than somebody who has so many now and gets one more; or the end.
+    std::list<Waiting>::iterator _lastBeyondShare(std::size_t own) {
+        const auto most =
+            std::max_element(_peers.begin(), _peers.end(), [](const auto& left, const auto& right) {
+                return left.second.waiting < right.second.waiting;
+            });
+        if (most == _peers.end() || most->second.waiting <= own + 1) {
+            return _waiting.end();
+        }
+        auto last = std::prev(_waiting.end());
+        while (last->peer != most->first) {
+            --last;
+        }
+        return last;
+    }
+
+    // With the mutex held: what is to run now; or the end.
     std::list<Waiting>::iterator _next() {
-        return std::find_if(_waiting.begin(), _waiting.end(), [this](const Waiting& waiting) {
-            const auto running = _running.find(waiting.peer);
-            return running == _running.end() || running->second < _half(_limits.threads);
-        });
+        auto best = _waiting.end();
+        std::uint64_t bestTurn = 0;
+        for (auto waiting = _waiting.begin(); waiting != _waiting.end(); ++waiting) {
+            const Peer& peer = _peers[waiting->peer];
+            if (peer.running < _half(_limits.threads) &&
+                (best == _waiting.end() || peer.turn < bestTurn)) {
+                best = waiting;
+                bestTurn = peer.turn;
+            }
+        }
+        return best;
     }
 
     void _run() {
@@ -97,12 +146,16 @@ private:
             }
             const Waiting taken = std::move(*next);
             _waiting.erase(next);
-            ++_running[taken.peer];
+            Peer& peer = _peers[taken.peer];
+            --peer.waiting;
+            ++peer.running;
+            peer.turn = ++_turns;
             lock.unlock();
             taken.job();
             lock.lock();
-            if (--_running[taken.peer] == 0) {
-                _running.erase(taken.peer);
+            --peer.running;
+            if (peer.running == 0 && peer.waiting == 0) {
+                _peers.erase(taken.peer);
             }
             // What waited for this peer's turn.
             _changed.notify_one();
@@ -116,7 +169,8 @@ private:
     std::condition_variable _changed;
     std::condition_variable _ended;
     std::list<Waiting> _waiting;
-    std::map<std::string, std::size_t> _running;
+    std::map<std::string, Peer> _peers;  // of those that wait or run
+    std::uint64_t _turns = 0;
     std::size_t _threads = 0;
     std::size_t _over = 0;
     bool _ends = false;

@@ -10,8 +10,8 @@
 namespace QZ {
 
 // A few threads for what takes long, such as a wrong password. One client's address has no more
-// than half of them at once, and of the places to wait, so that it cannot keep others out. Any
-// thread may call.
+// than half of them at once, and of the places to wait; whose last turn is longest ago goes first.
+// So nobody keeps others out, and neither do several together. Any thread may call.
 class CheckPool {
 public:
     using Job = std::function<void()>;
@@ -30,8 +30,9 @@ public:
     CheckPool(const CheckPool&) = delete;
     CheckPool& operator=(const CheckPool&) = delete;
 
-    // False where there is no place. Where the pool ends before the job begins, `onForgotten` is
-    // called in its stead. Neither may throw.
+    // False where there is no place, nor one that another address has beyond its share: its last
+    // job is forgotten for this one. Where a job is forgotten, or the pool ends before it begins,
+    // `onForgotten` is called in its stead. Neither may throw.
     bool submit(const std::string& peer, Job job, Job onForgotten = nullptr);
 
 private:

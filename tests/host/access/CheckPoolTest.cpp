@@ -70,8 +70,43 @@ TEST(CheckPool, RefusesWhatItHasNoPlaceFor) {
     EXPECT_FALSE(pool.submit("bad", nothing)) << "more than half of the places";
     EXPECT_TRUE(pool.submit("good", nothing));
     EXPECT_TRUE(pool.submit("better", nothing));
-    EXPECT_FALSE(pool.submit("best", nothing)) << "more than there are";
+    EXPECT_TRUE(pool.submit("best", nothing)) << "bad has two";
+    EXPECT_FALSE(pool.submit("last", nothing)) << "more than there are";
     gate.open();
+}
+
+TEST(CheckPool, TakesPlacesFromThoseWhoHaveMost) {
+    Gate gate;
+    Awaited running;
+    CheckPool pool({1, 4});
+    ASSERT_TRUE(pool.submit("one", running.job(&gate)));
+    running.awaitBegin();
+    std::string forgotten;
+    for (const char* const name : {"bad", "worse", "bad", "worse"}) {
+        ASSERT_TRUE(pool.submit(
+            name, [] {}, [&forgotten, name] { forgotten += name; }));
+    }
+    EXPECT_TRUE(pool.submit("good", [] {}));
+    EXPECT_TRUE(pool.submit("better", [] {}));
+    EXPECT_EQ("badworse", forgotten);
+    EXPECT_FALSE(pool.submit("bad", [] {}));
+    gate.open();
+}
+
+TEST(CheckPool, BeginsWithThoseWhoWaitForTheirFirstTurn) {
+    Gate gate;
+    Awaited running;
+    Awaited last;
+    std::string order;
+    CheckPool pool({1, 8});
+    ASSERT_TRUE(pool.submit("bad", running.job(&gate)));
+    running.awaitBegin();
+    ASSERT_TRUE(pool.submit("bad", [&order] { order += "b"; }));
+    ASSERT_TRUE(pool.submit("bad", last.job()));
+    ASSERT_TRUE(pool.submit("good", [&order] { order += "g"; }));
+    gate.open();
+    last.awaitEnd();
+    EXPECT_EQ("gb", order);
 }
 
 TEST(CheckPool, SaysAtOnceWhatItForgets) {
