@@ -26,6 +26,31 @@ using Context = std::shared_ptr<SSL_CTX>;
                                          : std::string(reason ? reason : "it is no PEM file")));
 }
 
+// In place of OpenSSL's own, which asks on the terminal. Says in what it is given that it was
+// called.
+int _giveNoPassword(char* /*text*/, int /*size*/, int /*isNew*/, void* wasAsked) {
+    *static_cast<bool*>(wasAsked) = true;
+    return -1;
+}
+
+void _useKey(SSL_CTX* context, const std::string& file) {
+    bool isEncrypted = false;
+    SSL_CTX_set_default_passwd_cb(context, _giveNoPassword);
+    SSL_CTX_set_default_passwd_cb_userdata(context, &isEncrypted);
+    const bool isUsed = SSL_CTX_use_PrivateKey_file(context, file.c_str(), SSL_FILETYPE_PEM) == 1;
+    SSL_CTX_set_default_passwd_cb(context, nullptr);
+    SSL_CTX_set_default_passwd_cb_userdata(context, nullptr);
+    if (isEncrypted) {
+        ERR_clear_error();
+        throw Error("Cannot use " + file +
+                    " as the key of the server's certificate: it is "
+                    "encrypted, and nobody is asked for its password");
+    }
+    if (!isUsed) {
+        _fail("the key of the server's certificate", file);
+    }
+}
+
 void _askForCertificates(SSL_CTX* context, const std::string& file) {
     if (SSL_CTX_load_verify_file(context, file.c_str()) != 1) {
         _fail("the authorities of clients", file);
@@ -55,9 +80,7 @@ Context _load(const TlsFiles& files) {
     if (SSL_CTX_use_certificate_chain_file(context.get(), files.certificate.c_str()) != 1) {
         _fail("the server's certificate", files.certificate);
     }
-    if (SSL_CTX_use_PrivateKey_file(context.get(), files.key.c_str(), SSL_FILETYPE_PEM) != 1) {
-        _fail("the key of the server's certificate", files.key);
-    }
+    _useKey(context.get(), files.key);
     if (!files.clientAuthorities.empty()) {
         _askForCertificates(context.get(), files.clientAuthorities);
     }

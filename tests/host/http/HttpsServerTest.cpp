@@ -171,6 +171,25 @@ TEST(HttpsServer, ClosesWhereNoHandshakeComes) {
     EXPECT_THAT(std::string(part), Not(HasSubstr("HTTP")));
 }
 
+TEST(HttpsServer, AsksNobodyForTheKeysPassword) {
+    const OwnFiles own;
+    const TestCertificate other;
+    FILE* const file = std::fopen(own.files.key.c_str(), "w");
+    ASSERT_TRUE(file);
+    EXPECT_EQ(PEM_write_PKCS8PrivateKey(file, other.key(), EVP_aes_256_cbc(), "secret", 6, nullptr,
+                                        nullptr),
+              1);
+    ASSERT_EQ(std::fclose(file), 0);
+    try {
+        const TlsIdentity identity(own.files);
+        ADD_FAILURE() << "it is used";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.what(), "Cannot use " + own.files.key +
+                                    " as the key of the server's certificate: it is encrypted, "
+                                    "and nobody is asked for its password");
+    }
+}
+
 TEST(HttpsServer, SaysWhichFileItCannotUse) {
     const OwnFiles own;
     const auto refusal = [](const TlsFiles& files) {
