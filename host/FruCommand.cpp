@@ -88,18 +88,40 @@ CommandResult _list(const Request& request, Operations& server, const Notes& not
     return result;
 }
 
+// The path of a unit that a name is; nothing where it is none, as FRU numbers are.
+std::optional<CIMObjectPath> _asPath(const std::string& name) {
+    try {
+        CIMObjectPath path(make_String(name));
+        const bool isUnit = path.getClassName() == CIMName(_className);
+        if (isUnit && path.getKeyBindings().size() != 0) {
+            return path;
+        }
+    } catch (const Exception&) {
+        // What cannot be read is no path.
+    }
+    return std::nullopt;
+}
+
+// Whether a path as somebody wrote it is that of a unit. Machines have many names.
+bool _isOf(const CIMInstance& unit, const CIMObjectPath& written) {
+    const CIMObjectPath& known = unit.getPath();
+    const CIMNamespaceName& there = written.getNameSpace();
+    const CIMNamespaceName& here = known.getNameSpace();
+    const bool isElsewhere = !there.isNull() && !here.isNull() && !(there == here);
+    const auto local = [](const CIMObjectPath& path) {
+        return CIMObjectPath(String(), CIMNamespaceName(), path.getClassName(),
+                             path.getKeyBindings());
+    };
+    return !isElsewhere && local(written) == local(known);
+}
+
 // The one that is meant: by its path, or by a FRU number that no other has.
 CIMInstance _named(const Request& request, Operations& server) {
     const std::string& name = request.subject;
-    const bool isPath = name.find('=') != std::string::npos;
+    const std::optional<CIMObjectPath> path = _asPath(name);
     std::vector<CIMInstance> meant;
     for (const CIMInstance& unit : _recorded(request, server)) {
-        const CIMObjectPath& path = unit.getPath();
-        const CIMObjectPath local(String(), CIMNamespaceName(), path.getClassName(),
-                                  path.getKeyBindings());
-        const std::string known =
-            isPath ? make_string(local.toString()) : _textOf(unit, "FRUNumber");
-        if (known == name || make_string(path.toString()) == name) {
+        if (path ? _isOf(unit, *path) : _textOf(unit, "FRUNumber") == name) {
             meant.push_back(unit);
         }
     }

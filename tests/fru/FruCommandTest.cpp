@@ -103,6 +103,43 @@ TEST_F(FruCommandTest, TellsUnitsOfOneNumberApartByTheirPaths) {
     EXPECT_THAT(printed({"remove", "39M4"}, 3), HasSubstr("fru list"));
 }
 
+TEST_F(FruCommandTest, KnowsAPathHoweverItIsWritten) {
+    const char* const paths[] = {
+        "tavira_fru.Vendor=\"Acme\",IdentifyingNumber=\"7\",frunumber=\"39M4\"",
+        "root/tavqz:TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\"",
+        "//far/root/tavqz:TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\""};
+    for (const char* const path : paths) {
+        add("39M4", "Fan");
+        EXPECT_EQ("", printed({"remove", path})) << path;
+    }
+    add("39M4", "Fan");
+    for (const char* const other :
+         {"TAVIRA_Fan.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\"",
+          "root/other:TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\",Vendor=\"Acme\"",
+          "TAVIRA_FRU.FRUNumber=\"39M4\"", "TAVIRA_FRU"}) {
+        EXPECT_THAT(printed({"remove", other}, 3), HasSubstr("is recorded")) << other;
+    }
+}
+
+TEST_F(FruCommandTest, KnowsAPathThatWasWrittenByHandWithoutItsNamespace) {
+    add("39M4", "Fan");
+    std::string text = folder.read("data/fru.dat");
+    const std::string space = "namespace \"root/tavqz\"; ";
+    text.erase(text.find(space), space.size());
+    folder.write("data/fru.dat", text);
+    EXPECT_EQ("", printed({"remove",
+                           "root/tavqz:TAVIRA_FRU.FRUNumber=\"39M4\",IdentifyingNumber=\"7\","
+                           "Vendor=\"Acme\""}));
+}
+
+TEST_F(FruCommandTest, TakesANumberForOneWhateverItsCharacters) {
+    for (const char* const number : {"A=1", "x.y=\"z\"", "TAVIRA_FRU.FRUNumber=", "//h/n:c", ""}) {
+        add(number, "Fan");
+        EXPECT_EQ("", printed({"edit", number, "Name=Pump"})) << number;
+        EXPECT_EQ("", printed({"remove", number})) << number;
+    }
+}
+
 TEST_F(FruCommandTest, EditsAndRemovesWhatWasChangedByHand) {
     add("39M4", "Fan");
     const std::string once = folder.read("data/fru.dat");
