@@ -39,11 +39,11 @@ Verdict _busy() {
 class Authenticator::Core {
 public:
     Core(std::shared_ptr<PasswordSource> passwords, RightGroups groups, const Limits& limits,
-         Log log)
+         Log log, std::shared_ptr<WrongPasswords> wrong)
         : _passwords(std::move(passwords)),
           _groups(std::move(groups)),
           _log(std::move(log)),
-          _attempts(limits.attempts),
+          _wrong(wrong ? std::move(wrong) : std::make_shared<WrongPasswords>()),
           _remembered(limits.remembered) {}
 
     std::string digestOf(const Login& login) const { return _digest.of(login); }
@@ -64,7 +64,7 @@ public:
             return std::nullopt;
         }
         if (login.hasPassword) {
-            const milliseconds wait = _attempts.begin(login.peer, login.user);
+            const milliseconds wait = _wrong->begin(login.peer, login.user);
             if (wait.count() > 0) {
                 return _tooOften(wait);
             }
@@ -130,12 +130,12 @@ private:
 
     void _count(const Login& login, const Verdict& verdict) {
         if (verdict.kind == Verdict::Accepted) {
-            _attempts.succeed(login.peer, login.user);
+            _wrong->succeed(login.peer, login.user);
         } else if (verdict.kind == Verdict::Busy) {
-            _attempts.takeBack(login.peer, login.user);
+            _wrong->takeBack(login.peer, login.user);
         } else {
             _log("wrong password for " + textForLog(login.user) + " from " + login.peer +
-                 ", number " + std::to_string(_attempts.count(login.peer, login.user)));
+                 ", number " + std::to_string(_wrong->count(login.peer, login.user)));
         }
     }
 
@@ -144,16 +144,16 @@ private:
     const Log _log;
     const LoginDigest _digest;
     std::mutex _mutex;
-    Attempts _attempts;
+    const std::shared_ptr<WrongPasswords> _wrong;
     Remembered _remembered;
     std::map<std::string, std::vector<TakeVerdict>> _pending;  // by digest
 };
 
 Authenticator::Authenticator(std::shared_ptr<PasswordSource> passwords, RightGroups groups,
-                             Limits limits, Log log)
+                             Limits limits, Log log, std::shared_ptr<WrongPasswords> wrong)
     : _allowsPlain(limits.allowsPlain),
-      _core(
-          std::make_shared<Core>(std::move(passwords), std::move(groups), limits, std::move(log))),
+      _core(std::make_shared<Core>(std::move(passwords), std::move(groups), limits, std::move(log),
+                                   std::move(wrong))),
       _pool(limits.pool) {}
 
 Authenticator::~Authenticator() = default;

@@ -6,12 +6,12 @@
 #include <memory>
 #include <string>
 
-#include "Attempts.h"
 #include "CheckPool.h"
 #include "GroupRights.h"
 #include "Login.h"
 #include "PasswordSource.h"
 #include "Remembered.h"
+#include "WrongPasswords.h"
 
 namespace QZ {
 
@@ -22,16 +22,16 @@ class Authenticator {
 public:
     struct Limits {
         CheckPool::Limits pool;
-        Attempts::Limits attempts;
         Remembered::Limits remembered;
         bool allowsPlain = false;  // of other machines
     };
     using Log = std::function<void(const std::string& line)>;
 
-    // The groups are for local clients. Throws Error where the system has no threads or random
+    // The groups are for local clients. Wrong passwords are counted with those that others counted
+    // there before, where that is given. Throws Error where the system has no threads or random
     // numbers to give.
     Authenticator(std::shared_ptr<PasswordSource> passwords, RightGroups groups, Limits limits,
-                  Log log);
+                  Log log, std::shared_ptr<WrongPasswords> wrong = nullptr);
     // Those whose checks wait are told that it is busy.
     ~Authenticator();
 

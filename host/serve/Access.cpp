@@ -37,7 +37,10 @@ bool hasOneUser(const ServeRequest& request) {
 }
 
 Access::Access(const ServeRequest& request, Log log)
-    : _log(std::move(log)), _madePassword(makePassword()), _current(_make(request)) {}
+    : _log(std::move(log)),
+      _madePassword(makePassword()),
+      _wrong(std::make_shared<WrongPasswords>()),
+      _current(_make(request)) {}
 
 std::shared_ptr<Authenticator> Access::_make(const ServeRequest& request) {
     const AccessRequest& access = request.access;
@@ -57,8 +60,8 @@ std::shared_ptr<Authenticator> Access::_make(const ServeRequest& request) {
             request.user, isMade ? _madePassword : readPassword(request.passwordFile));
         userInfo = request.user + (isMade ? ":" + _madePassword : "") + "@";
     }
-    auto made =
-        std::make_shared<Authenticator>(std::move(passwords), groups, _limits(request), _log);
+    auto made = std::make_shared<Authenticator>(std::move(passwords), groups, _limits(request),
+                                                _log, _wrong);
     _userInfo = userInfo;
     return made;
 }

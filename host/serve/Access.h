@@ -41,6 +41,7 @@ private:
 
     const Log _log;
     const std::string _madePassword;
+    const std::shared_ptr<WrongPasswords> _wrong;
     std::string _userInfo;
     std::mutex _mutex;
     std::shared_ptr<Authenticator> _current;

@@ -136,6 +136,18 @@ TEST_F(AuthenticatorTest, SlowsWhoeverGuesses) {
     EXPECT_EQ(Verdict::Accepted, kindOf(login("anna", "right")));
 }
 
+TEST_F(AuthenticatorTest, SlowsWhoeverGuessedBeforeItWasMade) {
+    const auto wrong = std::make_shared<WrongPasswords>();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(0, wrong->begin("192.0.2.7", "anna").count());
+    }
+    Authenticator made(
+        passwords, {}, {}, [](const std::string&) {}, wrong);
+    const auto verdict = made.authenticate(login("anna", "right"), [](const Verdict&) {});
+    ASSERT_TRUE(verdict);
+    EXPECT_EQ(Verdict::TooOften, verdict->kind);
+}
+
 TEST_F(AuthenticatorTest, DoesNotSlowWhoIsInAlready) {
     (void)ask(login("anna", "right"));
     for (int i = 0; i < 3; ++i) {

@@ -128,10 +128,11 @@ protected:
             }
         }
         const auto silent = [](const std::string&) {};
-        Authenticator::Limits limits;
-        limits.attempts.free = 1000;
+        WrongPasswords::Limits limits;
+        limits.ofUser.free = limits.ofAddress.free = 1000;
         authenticator = std::make_unique<Authenticator>(
-            std::make_shared<CredentialsFile>(file, silent), RightGroups(), limits, silent);
+            std::make_shared<CredentialsFile>(file, silent), RightGroups(), Authenticator::Limits(),
+            silent, std::make_shared<WrongPasswords>(limits));
         HttpServerOptions options;
         options.authenticate = [this](const Login& given, const TakeVerdict& later) {
             Login login = given;
