@@ -348,8 +348,10 @@ void Connection::_onSent() {
 
 void Connection::stop() {
     asio::post(_socket.get_executor(), [self = shared_from_this()] {
-        if (self->_state != State::Sending && self->_state != State::Draining &&
-            self->_state != State::Waiting) {
+        if (self->_state == State::Judging) {
+            self->_refuse(503);
+        } else if (self->_state != State::Sending && self->_state != State::Draining &&
+                   self->_state != State::Waiting) {
             self->_close();
         }
     });

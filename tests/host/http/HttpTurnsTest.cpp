@@ -62,6 +62,28 @@ TEST(HttpTurns, TellsAClientThatItStops) {
     EXPECT_TRUE(server.stop(milliseconds(0)));
 }
 
+TEST(HttpTurns, RefusesWhoIsBeingJudgedWhenItStops) {
+    std::promise<void> begin;
+    TakeVerdict later;
+    int logged = 0;
+    HttpServerOptions options;
+    options.authenticate = [&](const Login&, const TakeVerdict& given) -> std::optional<Verdict> {
+        later = given;
+        begin.set_value();
+        return std::nullopt;
+    };
+    options.log = [&logged](const HttpLogRecord& record) { logged = record.status; };
+    HttpServer server(options, echo);
+    auto client = std::make_unique<RawClient>(server.port());
+    client->send(post(""));
+    begin.get_future().wait();
+    std::thread stopping([&server] { EXPECT_TRUE(server.stop(std::chrono::seconds(10))); });
+    EXPECT_THAT(client->receive(), StartsWith("HTTP/1.1 503 "));
+    client.reset();
+    stopping.join();
+    EXPECT_EQ(503, logged);
+}
+
 // One request at a time, and one that waits.
 class BusyServer : public testing::Test {
 protected:
