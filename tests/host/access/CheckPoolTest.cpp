@@ -78,10 +78,10 @@ TEST(CheckPool, RefusesWhatItHasNoPlaceFor) {
 TEST(CheckPool, TakesPlacesFromThoseWhoHaveMost) {
     Gate gate;
     Awaited running;
+    std::string forgotten;  // which the pool adds to until its end
     CheckPool pool({1, 4});
     ASSERT_TRUE(pool.submit("one", running.job(&gate)));
     running.awaitBegin();
-    std::string forgotten;
     for (const char* const name : {"bad", "worse", "bad", "worse"}) {
         ASSERT_TRUE(pool.submit(
             name, [] {}, [&forgotten, name] { forgotten += name; }));
