@@ -94,8 +94,13 @@ void _takeKeysOfProperties(CIMInstance& instance) {
         const CIMValue value =
             instance.getProperty(instance.findProperty(keys[i].getName())).getValue();
         if (keys[i].getType() == CIMKeyBinding::STRING && value.getType() == CIMTYPE_STRING &&
-            !value.isArray())
-            keys[i].setValue(value.toString());
+            !value.isArray()) {
+            // Not by toString(), which not every CIM library lets pass a NUL.
+            String text;
+            if (!value.isNull())
+                value.get(text);
+            keys[i].setValue(text);
+        }
     }
     path.setKeyBindings(keys);
     instance.setPath(path);
