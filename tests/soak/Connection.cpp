@@ -77,7 +77,7 @@ std::string Connection::answer() const {
         const std::size_t body = text.find("\r\n\r\n");
         const std::size_t length = text.find("Content-Length: ");
         if (end == std::string::npos && body != std::string::npos && length < body) {
-            end = body + 4 + std::size_t(std::atol(text.c_str() + length + 16));
+            end = body + 4 + std::size_t(std::strtoul(text.c_str() + length + 16, nullptr, 10));
         }
     }
     return text;

@@ -73,7 +73,7 @@ std::uint64_t _idle(const Target& target, const GoesOn& goesOn) {
 }
 
 std::uint64_t _garbage(const Target& target, const GoesOn& goesOn) {
-    std::minstd_rand random(1);
+    std::minstd_rand random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same each time
     return _repeat(target, goesOn, [&random] {
         std::string bytes(1 + random() % 5000, '\0');
         for (char& byte : bytes) {
@@ -91,7 +91,7 @@ std::uint64_t _wrongPasswords(const Target& target, const GoesOn& goesOn) {
 }
 
 std::uint64_t _bigBodies(const Target& target, const GoesOn& goesOn) {
-    const std::string bytes =
+    std::string bytes =
         request("EnumerateInstances", std::string(std::size_t(10) << 20, 'x'), target.userInfo);
     return _repeat(target, goesOn, [&bytes] { return bytes; });
 }
@@ -121,7 +121,7 @@ std::uint64_t _badXml(const Target& target, const GoesOn& goesOn) {
 
 std::uint64_t _cutConnections(const Target& target, const GoesOn& goesOn) {
     const std::string bytes = enumeration("TAVIRA_SerialNumberInformation", "", target.userInfo);
-    std::minstd_rand random(2);
+    std::minstd_rand random(2);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same each time
     std::uint64_t times = 0;
     for (; goesOn(); ++times) {
         Connection connection(target.port, FROM);
