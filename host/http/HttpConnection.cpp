@@ -4,6 +4,7 @@
 
 #include <boost/asio/posix/basic_stream_descriptor.hpp>
 #include <boost/asio/post.hpp>
+#include <boost/asio/use_future.hpp>
 #include <optional>
 #include <utility>
 
@@ -46,6 +47,8 @@ public:
 
     void start(bool isRefused) override;
     void stop() override;
+    void onTurn() override;
+    std::future<void> refuseTurn() override;
 
 private:
     enum class State { Idle, Header, Judging, Body, Waiting, Answering, Sending, Draining, Closed };
@@ -64,7 +67,6 @@ private:
     void _onVerdict(const Verdict& verdict);
     void _refuse(int status, HttpHeaders headers = {});
     void _takeTurn();
-    void _onTurn();
     void _answer();
     void _send(ResponseStream::End end);
     void _sendRest();
@@ -265,10 +267,7 @@ void Connection::_refuse(int status, HttpHeaders headers) {
 // Where too many are answered already it waits, with nobody's thread; what comes behind it stays
 // with the system.
 void Connection::_takeTurn() {
-    const auto turn = _shared->takeTurn([self = shared_from_this()] {
-        asio::post(self->_socket.get_executor(), [self] { self->_onTurn(); });
-    });
-    switch (turn) {
+    switch (_shared->takeTurn(shared_from_this())) {
         case HttpShared::Now:
             return _answer();
         case HttpShared::Later:
@@ -278,9 +277,20 @@ void Connection::_takeTurn() {
     }
 }
 
-void Connection::_onTurn() {
-    // Time may be over.
-    _state == State::Waiting ? _answer() : _shared->endTurn();
+void Connection::onTurn() {
+    asio::post(_socket.get_executor(), [self = shared_from_this()] {
+        // Time may be over.
+        const bool answers = self->_shared->takeUpTurn(self) && self->_state == State::Waiting;
+        answers ? self->_answer() : self->_shared->endTurn();
+    });
+}
+
+std::future<void> Connection::refuseTurn() {
+    return asio::post(_socket.get_executor(), asio::use_future([self = shared_from_this()] {
+                          if (self->_state == State::Waiting) {
+                              self->_refuse(503);
+                          }
+                      }));
 }
 
 void Connection::_answer() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <future>
 #include <memory>
 
 #include "Descriptor.h"
@@ -25,6 +26,12 @@ public:
     virtual void start(bool isRefused) = 0;
     // Lets an answer that is under way leave, and then goes. Any thread.
     virtual void stop() = 0;
+
+    // Its turn came, for which it waited with HttpShared. Any thread.
+    virtual void onTurn() = 0;
+    // Its turn does not come any more: its client is told by the time that the future is ready. Any
+    // thread.
+    virtual std::future<void> refuseTurn() = 0;
 };
 
 }  // namespace QZ

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "HttpServer.h"
 
+#include <future>
 #include <utility>
 
 #include "HttpAcceptor.h"
@@ -43,6 +44,19 @@ public:
         }
         for (const auto& loop : shared->loops()) {
             loop->endWithoutWork();
+        }
+    }
+
+    // While the threads are still there to do it: a turn that comes with the end of others would be
+    // for nothing.
+    void refuseWhoWaits() const {
+        const auto end = std::chrono::steady_clock::now() + LEAVING_TIME;
+        std::vector<std::future<void>> refusals;
+        for (const auto& connection : shared->closeTurns()) {
+            refusals.push_back(connection->refuseTurn());
+        }
+        for (const auto& refusal : refusals) {
+            refusal.wait_until(end);
         }
     }
 
@@ -98,6 +112,7 @@ bool HttpServer::stop(milliseconds time) {
     HttpWorkers& workers = shared.workers();
     _core->close();
     const bool ended = workers.waitForEnd(std::chrono::steady_clock::now() + time);
+    _core->refuseWhoWaits();
     shared.stopWatching();
     for (const auto& loop : shared.loops()) {
         loop->expireAll();

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "HttpConnection.h"
+
 namespace QZ {
 
 namespace {
@@ -81,8 +83,11 @@ void HttpShared::stopWatching() {
     }
 }
 
-HttpShared::Turn HttpShared::takeTurn(std::function<void()> onTurn) {
+HttpShared::Turn HttpShared::takeTurn(const std::shared_ptr<HttpConnection>& connection) {
     const std::lock_guard<std::mutex> lock(_turnMutex);
+    if (_areTurnsClosed) {
+        return Never;
+    }
     if (_turns < options.limits.workers) {
         ++_turns;
         return Now;
@@ -90,12 +95,18 @@ HttpShared::Turn HttpShared::takeTurn(std::function<void()> onTurn) {
     if (_waiting.size() >= options.limits.waiting) {
         return Never;
     }
-    _waiting.push_back(std::move(onTurn));
+    _waiting.push_back(connection);
     return Later;
 }
 
+bool HttpShared::takeUpTurn(const std::shared_ptr<HttpConnection>& connection) {
+    const std::lock_guard<std::mutex> lock(_turnMutex);
+    _called.erase(connection);
+    return !_areTurnsClosed;
+}
+
 void HttpShared::endTurn() {
-    std::function<void()> next;
+    std::shared_ptr<HttpConnection> next;
     {
         const std::lock_guard<std::mutex> lock(_turnMutex);
         if (_waiting.empty()) {
@@ -104,8 +115,19 @@ void HttpShared::endTurn() {
         }
         next = std::move(_waiting.front());
         _waiting.pop_front();
+        _called.insert(next);
     }
-    next();
+    next->onTurn();
+}
+
+std::vector<std::shared_ptr<HttpConnection>> HttpShared::closeTurns() {
+    const std::lock_guard<std::mutex> lock(_turnMutex);
+    _areTurnsClosed = true;
+    std::vector<std::shared_ptr<HttpConnection>> all(_called.begin(), _called.end());
+    all.insert(all.end(), _waiting.begin(), _waiting.end());
+    _called.clear();
+    _waiting.clear();
+    return all;
 }
 
 void HttpShared::add(const std::shared_ptr<HttpConnection>& connection) {

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -49,11 +48,15 @@ public:
     void remove(const std::shared_ptr<HttpConnection>& connection);
     std::set<std::shared_ptr<HttpConnection>> connections() const;
 
-    // Whether a request may be answered now, or when its turn comes, for which it waits; or there
-    // are too many. Each turn that came is ended, by who is done with it.
+    // Whether a connection's request may be answered now, or when its turn comes, for which it
+    // waits; or there are too many. It takes up the turn that came, where it still can. Each turn
+    // is ended, by who is done with it.
     enum Turn { Now, Later, Never };
-    Turn takeTurn(std::function<void()> onTurn);
+    Turn takeTurn(const std::shared_ptr<HttpConnection>& connection);
+    bool takeUpTurn(const std::shared_ptr<HttpConnection>& connection);
     void endTurn();
+    // There are no turns any more, not even for these that waited.
+    std::vector<std::shared_ptr<HttpConnection>> closeTurns();
 
     // Behind each HttpLoop::enterHandler: somebody watches from now on.
     void wakeWatcher();
@@ -77,7 +80,9 @@ private:
     std::map<std::string, std::size_t> _clients;
     std::mutex _turnMutex;
     std::size_t _turns = 0;
-    std::deque<std::function<void()>> _waiting;
+    std::deque<std::shared_ptr<HttpConnection>> _waiting;
+    std::set<std::shared_ptr<HttpConnection>> _called;  // whose turn came, as they hear soon
+    bool _areTurnsClosed = false;
     std::condition_variable _wakeWatcher;
     std::atomic<bool> _watcherSleeps{false};
     bool _watcherEnds = false;

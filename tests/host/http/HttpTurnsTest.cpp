@@ -7,7 +7,9 @@
 #include <atomic>
 #include <future>
 #include <memory>
+#include <mutex>
 #include <thread>
+#include <vector>
 
 #include "HttpServer.h"
 #include "RawClient.h"
@@ -91,7 +93,12 @@ protected:
         HttpLimits limits;
         limits.workers = 1;
         limits.waiting = 1;
-        server = std::make_unique<HttpServer>(withLimits(limits),
+        HttpServerOptions options = withLimits(limits);
+        options.log = [this](const HttpLogRecord& record) {
+            const std::lock_guard<std::mutex> lock(mutex);
+            logged.push_back(record.status);
+        };
+        server = std::make_unique<HttpServer>(options,
                                               [this](const HttpRequest& request, HttpReply& reply) {
                                                   if (request.body == "slow" && ++begun == 1) {
                                                       begin.set_value();
@@ -124,6 +131,8 @@ protected:
     std::promise<void> end;
     std::shared_future<void> ended = end.get_future().share();
     std::atomic<int> begun{0};
+    std::mutex mutex;
+    std::vector<int> logged;
     std::unique_ptr<HttpServer> server;
     std::unique_ptr<RawClient> slow;
     std::unique_ptr<RawClient> others[2];
@@ -143,6 +152,22 @@ TEST_F(BusyServer, AnswersWhatWaitsBeforeItStops) {
     EXPECT_THAT(slow->receive(), EndsWith("<slow>"));
     EXPECT_THAT(next.receive(), EndsWith("<quick>"));
     stopping.join();
+}
+
+TEST_F(BusyServer, RefusesWhatStillWaitsWhenItsTimeIsOver) {
+    const RawClient& next = *others[waiting()];
+    EXPECT_FALSE(server->stop(milliseconds(0)));
+    EXPECT_THAT(next.receive(),
+                AllOf(StartsWith("HTTP/1.1 503 "), HasSubstr("\r\nConnection: close\r\n")));
+    {
+        // Of the one that found no place, of this one, and of the one in the handler.
+        const std::lock_guard<std::mutex> lock(mutex);
+        EXPECT_THAT(logged, testing::ElementsAre(503, 503, 503));
+    }
+    end.set_value();
+    while (server->lostWorkers() != 0) {
+        std::this_thread::yield();
+    }
 }
 
 TEST(HttpTurns, GivesTheTurnOfALostRequestToTheNext) {
