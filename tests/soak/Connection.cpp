@@ -6,9 +6,8 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <cerrno>
 #include <cstdlib>
-
-#include "BasicCredentials.h"
 
 namespace {
 
@@ -64,6 +63,12 @@ bool Connection::sendAtOnce(const std::string& bytes) const {
     return ::send(_socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
 }
 
+bool Connection::isOver() const {
+    char byte;
+    const ssize_t count = recv(_socket.get(), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
+    return count >= 0 || (errno != EAGAIN && errno != EWOULDBLOCK);
+}
+
 std::string Connection::answer() const {
     std::string text;
     std::size_t end = std::string::npos;
@@ -71,7 +76,7 @@ std::string Connection::answer() const {
     while (end == std::string::npos || text.size() < end) {
         const ssize_t count = recv(_socket.get(), part, sizeof part, 0);
         if (count <= 0) {
-            return {};
+            return text;
         }
         text.append(part, std::size_t(count));
         const std::size_t body = text.find("\r\n\r\n");
@@ -81,31 +86,4 @@ std::string Connection::answer() const {
         }
     }
     return text;
-}
-
-std::string request(const std::string& method, const std::string& body,
-                    const std::string& userInfo) {
-    const std::size_t colon = userInfo.find(':');
-    std::string text = "POST /cimom HTTP/1.1\r\nHost: server\r\n";
-    text += "Content-Type: application/xml; charset=utf-8\r\nCIMOperation: MethodCall\r\n";
-    text += "CIMMethod: " + method + "\r\nCIMObject: root/tavqz\r\n";
-    if (colon != std::string::npos) {
-        text += "Authorization: " +
-                QZ::basicAuthorization({userInfo.substr(0, colon), userInfo.substr(colon + 1)}) +
-                "\r\n";
-    }
-    return text + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-}
-
-std::string enumeration(const std::string& className, const std::string& parameters,
-                        const std::string& userInfo) {
-    return request("EnumerateInstances",
-                   "<?xml version=\"1.0\" encoding=\"utf-8\"?><CIM CIMVERSION=\"2.0\" "
-                   "DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ>"
-                   "<IMETHODCALL NAME=\"EnumerateInstances\"><LOCALNAMESPACEPATH><NAMESPACE "
-                   "NAME=\"root\"/><NAMESPACE NAME=\"tavqz\"/></LOCALNAMESPACEPATH><IPARAMVALUE "
-                   "NAME=\"ClassName\"><CLASSNAME NAME=\"" +
-                       className + "\"/></IPARAMVALUE>" + parameters +
-                       "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>",
-                   userInfo);
 }

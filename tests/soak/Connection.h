@@ -23,19 +23,12 @@ public:
     bool send(const std::string& bytes) const;
     // As send, without waiting for room: what there is none for is left out.
     bool sendAtOnce(const std::string& bytes) const;
+    // Whether the server has ended it, or said something. Does not wait.
+    bool isOver() const;
 
-    // An answer with its length in its header, whole; empty where none came.
+    // An answer with its length in its header, whole, or as far as it came.
     std::string answer() const;
 
 private:
     QZ::Descriptor _socket;
 };
-
-// A request as bytes: CIM-XML, with the operation's headers; a password unless "user:password" is
-// empty.
-std::string request(const std::string& method, const std::string& body,
-                    const std::string& userInfo);
-
-// EnumerateInstances of a class, with what is given of parameters.
-std::string enumeration(const std::string& className, const std::string& parameters,
-                        const std::string& userInfo);

@@ -2,148 +2,171 @@
 // SPDX-License-Identifier: MIT
 #include "HostileClients.h"
 
+#include <algorithm>
 #include <chrono>
+#include <map>
 #include <memory>
 #include <random>
 #include <thread>
 
+#include "BadInput.h"
 #include "Connection.h"
+#include "Requests.h"
 
 namespace {
 
 using GoesOn = std::function<bool()>;
 using std::chrono::milliseconds;
 
-constexpr const char* FROM = "127.0.0.2";
-
 // Between two attacks of a kind, so that there is processor left for who shall be measured.
 constexpr milliseconds PAUSE{20};
 
-std::string _repeated(const std::string& text, std::size_t times) {
-    std::string result;
-    result.reserve(text.size() * times);
-    for (std::size_t i = 0; i < times; ++i) {
-        result += text;
-    }
-    return result;
+// Wrong answers that are kept.
+constexpr std::size_t MOST_WRONG = 5;
+
+bool _begins(const std::string& text, const std::string& with) {
+    return text.compare(0, with.size(), with) == 0;
 }
 
-// Sends that over a connection of its own, and takes whatever comes back, again and again.
-std::uint64_t _repeat(const Target& target, const GoesOn& goesOn,
-                      const std::function<std::string()>& bytes) {
-    std::uint64_t times = 0;
-    for (; goesOn(); ++times) {
-        const Connection connection(target.port, FROM);
-        if (connection.isOpen() && connection.send(bytes())) {
-            (void)connection.answer();
-        }
-        std::this_thread::sleep_for(PAUSE);
-    }
-    return times;
+// Busy with others of this address: closed without a word, or told to come back.
+bool _isTurnedAway(const std::string& answer) {
+    return answer.empty() || _begins(answer, "HTTP/1.1 503 ");
 }
 
-// Connections that are all there at once; each is asked for its next bytes every second.
-std::uint64_t _hold(const Target& target, const GoesOn& goesOn, std::size_t count,
+void _keep(HostileResult& result, const std::string& name, const std::string& answer) {
+    if (result.wrong.size() < MOST_WRONG) {
+        result.wrong.push_back(name + ": " + answer.substr(0, 300));
+    }
+}
+
+std::string _answerTo(const Target& target, const std::string& bytes) {
+    const Connection connection(target.port, target.from);
+    // The answer may come before the request is taken whole.
+    if (connection.isOpen()) {
+        (void)connection.send(bytes);
+        return connection.answer();
+    }
+    return {};
+}
+
+// Connections that are all there at once; each is asked for its next bytes every second, and made
+// again when it is over, a thousand a second at most.
+HostileResult _hold(const Target& target, const GoesOn& goesOn, std::size_t count,
                     const std::function<std::string(std::size_t second)>& bytes) {
     std::vector<std::unique_ptr<Connection>> all(count);
-    std::uint64_t times = 0;
+    HostileResult result;
+    std::size_t most = 0;
     for (std::size_t second = 0; goesOn(); ++second) {
+        int made = 0;
+        std::size_t held = 0;
         for (auto& connection : all) {
-            if (!connection || !connection->isOpen() || !connection->sendAtOnce(bytes(second))) {
-                connection = std::make_unique<Connection>(target.port, FROM);
-                ++times;
+            const bool isHeld = connection && connection->isOpen() && !connection->isOver() &&
+                                connection->sendAtOnce(bytes(second));
+            held += isHeld ? 1 : 0;
+            if (!isHeld && ++made <= 1000 && goesOn()) {
+                connection = std::make_unique<Connection>(target.port, target.from);
+                ++result.times;
             }
         }
+        most = std::max(most, held);
         for (int i = 0; i < 10 && goesOn(); ++i) {
             std::this_thread::sleep_for(milliseconds(100));
         }
     }
-    return times;
+    result.text = ", " + std::to_string(most) + " at once";
+    return result;
 }
 
-std::uint64_t _aByteASecond(const Target& target, const GoesOn& goesOn) {
+HostileResult _aByteASecond(const Target& target, const GoesOn& goesOn) {
     static const std::string HEADER = "POST /cimom HTTP/1.1\r\nX: ";
     return _hold(target, goesOn, 200, [](std::size_t second) {
         return std::string(1, second < HEADER.size() ? HEADER[second] : 'x');
     });
 }
 
-std::uint64_t _idle(const Target& target, const GoesOn& goesOn) {
-    return _hold(target, goesOn, 500, [](std::size_t) { return std::string(); });
+HostileResult _idle(const Target& target, const GoesOn& goesOn) {
+    return _hold(target, goesOn, 10'000, [](std::size_t) { return std::string(); });
 }
 
-std::uint64_t _garbage(const Target& target, const GoesOn& goesOn) {
+HostileResult _garbage(const Target& target, const GoesOn& goesOn) {
     std::minstd_rand random(1);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same each time
-    return _repeat(target, goesOn, [&random] {
+    HostileResult result;
+    for (; goesOn(); ++result.times) {
         std::string bytes(1 + random() % 5000, '\0');
         for (char& byte : bytes) {
             byte = char(random() % 256);
         }
-        return bytes + "\r\n\r\n";
-    });
+        const std::string answer = _answerTo(target, bytes + "\r\n\r\n");
+        if (!_isTurnedAway(answer) && !_begins(answer, "HTTP/1.1 4")) {
+            _keep(result, "garbage", answer);
+        }
+        std::this_thread::sleep_for(PAUSE);
+    }
+    return result;
 }
 
-std::uint64_t _wrongPasswords(const Target& target, const GoesOn& goesOn) {
-    std::uint64_t number = 0;
-    return _repeat(target, goesOn, [&number] {
-        return enumeration("TAVIRA_Lease", "", "guest:guess" + std::to_string(++number));
-    });
+HostileResult _wrongPasswords(const Target& target, const GoesOn& goesOn) {
+    HostileResult result;
+    for (; goesOn(); ++result.times) {
+        std::string guess = "guest" + std::to_string(result.times);
+        guess += ":guess";
+        const std::string answer = _answerTo(target, enumeration("TAVIRA_Lease", "", guess));
+        if (!_isTurnedAway(answer) && !_begins(answer, "HTTP/1.1 401 ") &&
+            !_begins(answer, "HTTP/1.1 429 ")) {
+            _keep(result, "guess", answer);
+        }
+        std::this_thread::sleep_for(PAUSE);
+    }
+    return result;
 }
 
-std::uint64_t _bigBodies(const Target& target, const GoesOn& goesOn) {
-    std::string bytes =
-        request("EnumerateInstances", std::string(std::size_t(10) << 20, 'x'), target.userInfo);
-    return _repeat(target, goesOn, [&bytes] { return bytes; });
+HostileResult _badInput(const Target& target, const GoesOn& goesOn) {
+    const std::vector<BadInput> all = badInput(target.userInfo);
+    std::map<std::string, std::size_t> right;
+    HostileResult result;
+    for (; goesOn(); ++result.times) {
+        const BadInput& input = all[result.times % all.size()];
+        const std::string answer = _answerTo(target, input.bytes);
+        if (_begins(answer, input.status) && answer.find(input.text) != std::string::npos) {
+            ++right[input.name];
+        } else if (!_isTurnedAway(answer)) {
+            _keep(result, input.name, answer);
+        }
+        std::this_thread::sleep_for(PAUSE);
+    }
+    for (const BadInput& input : all) {
+        if (right[input.name] == 0) {
+            _keep(result, input.name, "never answered");
+        }
+    }
+    return result;
 }
 
-std::uint64_t _badXml(const Target& target, const GoesOn& goesOn) {
-    const std::string list = "<IPARAMVALUE NAME=\"PropertyList\"><VALUE.ARRAY>" +
-                             _repeated("<VALUE>Caption</VALUE>", 10'000) +
-                             "</VALUE.ARRAY></IPARAMVALUE>";
-    const std::vector<std::string> all{
-        request("EnumerateInstances", _repeated("<a>", 100'000), target.userInfo),
-        request("EnumerateInstances",
-                "<!DOCTYPE a [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;\">]>"
-                "<CIM>&b;&b;&b;&b;</CIM>",
-                target.userInfo),
-        request("EnumerateInstances", "<CIM/><CIM/>", target.userInfo),
-        request("EnumerateInstances", "<CIM>\xff\xfe</CIM>", target.userInfo),
-        request("NoSuchMethod", "<CIM", target.userInfo),
-        enumeration("NO_SuchClass", "", target.userInfo),
-        enumeration("TAVIRA_Lease", list, target.userInfo),
-        enumeration("TAVIRA_Lease",
-                    "<IPARAMVALUE NAME=\"LocalOnly\"><VALUE>x</VALUE></IPARAMVALUE>",
-                    target.userInfo),
-    };
-    std::size_t next = 0;
-    return _repeat(target, goesOn, [&] { return all[next++ % all.size()]; });
-}
-
-std::uint64_t _cutConnections(const Target& target, const GoesOn& goesOn) {
+HostileResult _cutConnections(const Target& target, const GoesOn& goesOn) {
     const std::string bytes = enumeration("TAVIRA_SerialNumberInformation", "", target.userInfo);
     std::minstd_rand random(2);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same each time
-    std::uint64_t times = 0;
-    for (; goesOn(); ++times) {
-        Connection connection(target.port, FROM);
+    HostileResult result;
+    for (; goesOn(); ++result.times) {
+        Connection connection(target.port, target.from);
         // In the middle of the request, or of the answer.
-        (void)connection.send(times % 2 == 0 ? bytes.substr(0, random() % bytes.size()) : bytes);
+        (void)connection.send(result.times % 2 == 0 ? bytes.substr(0, random() % bytes.size())
+                                                    : bytes);
         connection.reset();
         std::this_thread::sleep_for(PAUSE);
     }
-    return times;
+    return result;
 }
 
 }  // namespace
 
 const std::vector<HostileClient>& hostileClients() {
     static const std::vector<HostileClient> ALL{
-        {"a byte a second", _aByteASecond},
-        {"idle", _idle},
-        {"garbage", _garbage},
-        {"wrong passwords", _wrongPasswords},
-        {"bodies of 10 MB", _bigBodies},
-        {"bad XML", _badXml},
-        {"cut connections", _cutConnections},
+        {"a byte a second", "127.0.0.2", _aByteASecond},
+        {"idle", "127.0.0.2", _idle},
+        {"garbage", "127.0.0.3", _garbage},
+        {"wrong passwords", "127.0.0.4", _wrongPasswords},
+        {"bad input", "127.0.0.5", _badInput},
+        {"cut connections", "127.0.0.6", _cutConnections},
     };
     return ALL;
 }

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "Connection.h"
+#include "Requests.h"
 
 namespace {
 
