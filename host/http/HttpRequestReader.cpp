@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "HttpRequestReader.h"
 
+#include <algorithm>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
@@ -91,13 +92,24 @@ HttpRequestReader::State HttpRequestReader::_refuse(int status) {
     return Refused;
 }
 
+// RFC 9112, 2.2: empty lines before a request are let pass. False where one has not ended yet.
+bool HttpRequestReader::_passEmptyLines() {
+    auto& buffer = _parsing->buffer;
+    const auto holds = [&buffer](std::string_view text) {
+        return std::string_view(static_cast<const char*>(buffer.data().data()),
+                                std::min(buffer.size(), text.size())) == text;
+    };
+    while (holds("\r\n")) {
+        buffer.consume(2);
+    }
+    return buffer.size() != 1 || !holds("\r");
+}
+
 HttpRequestReader::State HttpRequestReader::read() {
     auto& buffer = _parsing->buffer;
     auto& parser = *_parsing->parser;
-    // RFC 9112, 2.2: an empty line before a request is let pass.
-    while (!parser.got_some() && buffer.size() >= 2 &&
-           std::string_view(static_cast<const char*>(buffer.data().data()), 2) == "\r\n") {
-        buffer.consume(2);
+    if (!parser.got_some() && !_passEmptyLines()) {
+        return Empty;
     }
     while (!parser.is_done()) {
         if (buffer.size() == 0) {

@@ -54,6 +54,7 @@ private:
     struct Parsing;
 
     State _refuse(int status);
+    bool _passEmptyLines();
     int _judgeHeader();
     void _takeHeader();
 

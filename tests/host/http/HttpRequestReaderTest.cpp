@@ -91,9 +91,12 @@ TEST(HttpRequestReader, KeepsWhatCameBehind) {
 }
 
 TEST(HttpRequestReader, LetsEmptyLinesPassBeforeARequest) {
-    EXPECT_EQ(_body("\r\n\r\n" + POST + "Content-Length: 1\r\n\r\nx", 1000), "x");
+    for (const std::size_t piece : {1U, 3U, 1000U}) {
+        EXPECT_EQ(_body("\r\n\r\n" + POST + "Content-Length: 1\r\n\r\nx", piece), "x") << piece;
+    }
     Reading reading;
-    EXPECT_EQ(reading.feed("\r\n"), HttpRequestReader::Empty);
+    EXPECT_EQ(reading.feed("\r\n\r"), HttpRequestReader::Empty);
+    EXPECT_EQ(reading.feed("\r"), HttpRequestReader::Refused) << "half of a line is none";
 }
 
 // A body whose end two readers may see in different places hides a request from one of them.
