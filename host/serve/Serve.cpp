@@ -52,15 +52,17 @@ RequestHandler::Limits _cimLimits(const ServeLimits& given) {
     return limits;
 }
 
+using MakeProviders = std::function<std::unique_ptr<InProcessServer>()>;
+
 // What a running server can be told anew.
 class Told {
 public:
-    Told(const ServeArguments& arguments, const ServeOutput& output)
+    Told(const ServeArguments& arguments, ServeValues values, ServeLog& writes)
         : _arguments(arguments),
-          _values(readServeValues(arguments)),
+          _values(std::move(values)),
           request(makeServeRequest(_values)),
-          log(output),
-          access(_withLog(), [this](const std::string& line) { log.message(line); }),
+          log(writes),
+          access(request, [&writes](const std::string& line) { writes.message(line); }),
           listeners(makeListeners(request)) {}
 
     // What cannot be taken over is said, and stays as it was.
@@ -89,17 +91,12 @@ public:
     }
 
 private:
-    const ServeRequest& _withLog() {
-        log.setJson(request.logFormat == "json");
-        return request;
-    }
-
     const ServeArguments& _arguments;
     ServeValues _values;  // at the start
 
 public:
     ServeRequest request;
-    ServeLog log;
+    ServeLog& log;
     Access access;
     const Listeners listeners;
 };
@@ -115,14 +112,8 @@ HttpServerOptions _options(Told& told) {
     return options;
 }
 
-}  // namespace
-
-ExitStatus serve(const ServeArguments& arguments,
-                 const std::function<std::unique_ptr<InProcessServer>()>& makeProviders,
-                 const ServeOutput& output) {
-    const Readiness readiness;
-    StopSignals signals(StopSignals::StopAndHangup);
-    Told told(arguments, output);
+ExitStatus _serve(Told& told, const MakeProviders& makeProviders, const ServeOutput& output,
+                  const Readiness& readiness, StopSignals& signals) {
     const HttpTrust trust{told.request.authorityFile, false};
     checkTrust(trust);
     const ServeLimits limits = told.request.limits;
@@ -152,6 +143,27 @@ ExitStatus serve(const ServeArguments& arguments,
         _exit(EXIT_FAILED);
     }
     return EXIT_OK;
+}
+
+}  // namespace
+
+ExitStatus serve(const ServeArguments& arguments, const MakeProviders& makeProviders,
+                 const ServeOutput& output) {
+    const Readiness readiness;
+    StopSignals signals(StopSignals::StopAndHangup);
+    ServeValues values = readServeValues(arguments);
+    ServeLog log(output.log);
+    log.setJson(makeServeRequest(values).logFormat == "json");
+    try {
+        Told told(arguments, std::move(values), log);
+        return _serve(told, makeProviders, output, readiness, signals);
+    } catch (const Error& error) {
+        if (!log.isJson()) {
+            throw;
+        }
+        log.message(error.what());
+        return dynamic_cast<const UsageError*>(&error) ? EXIT_USAGE : EXIT_FAILED;
+    }
 }
 
 }  // namespace QZ

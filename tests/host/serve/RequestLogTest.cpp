@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include "ManualClock.h"
-#include "ServeLog.h"
 
 namespace QZ {
 namespace {
@@ -57,22 +56,6 @@ TEST(RequestLog, StaysOneLineOfJsonWhateverIsSent) {
         EXPECT_TRUE(c >= ' ' && c <= '~');
     }
     EXPECT_EQ("a\"\n\xef\xbf\xbd\x1b[2J\xc3\xa4", nlohmann::json::parse(line).at("user"));
-}
-
-TEST(ServeLog, WritesInTheFormThatItWasToldLast) {
-    std::vector<std::string> text;
-    std::vector<std::string> json;
-    ServeLog log({nullptr, [&text](const std::string& line) { text.push_back(line); },
-                  [&json](const std::string& line) { json.push_back(line); }});
-    log.message("a");
-    log.setJson(true);
-    log.request(record());
-    log.message("b");
-    log.setJson(false);
-    log.request(record());
-    EXPECT_EQ((std::vector<std::string>{"a", requestText(record())}), text);
-    ASSERT_EQ(2U, json.size());
-    EXPECT_EQ("b", nlohmann::json::parse(json[1]).at("message"));
 }
 
 }  // namespace
