@@ -24,9 +24,14 @@ bool isSound(const FileContent& content) {
            (content.state == FileContent::Read && content.text.find('\0') == std::string::npos);
 }
 
+// Whether its times would tell a change: not where it was written in this very moment.
+bool isSettled(const FileContent& content) {
+    const std::int64_t age = Clock::current().seconds() - content.status.st_ctim.tv_sec;
+    return content.state == FileContent::Read && age > 1;
+}
+
 // The file that was read last, as long as nobody writes to it: a record that is asked for again and
-// again is on disk each time, but need not be read. A file that was written in this very moment is
-// not kept, for its times would not tell a second change.
+// again is on disk each time, but need not be read.
 class LastFile {
 public:
     FileContent read(const std::string& path) {
@@ -34,17 +39,12 @@ public:
         if (path == _path && isStillThere(path, _content))
             return _content;
         FileContent content = readWholeFile(path, PropertyFile::MaximumSize);
-        _path = isSettled(content) ? path : std::string();
+        _path = content.text.size() <= 65536 && isSettled(content) ? path : std::string();
         _content = _path.empty() ? FileContent() : content;
         return content;
     }
 
 private:
-    static bool isSettled(const FileContent& content) {
-        const std::int64_t age = Clock::current().seconds() - content.status.st_ctim.tv_sec;
-        return content.state == FileContent::Read && content.text.size() <= 65536 && age > 1;
-    }
-
     Mutex _mutex;
     std::string _path;
     FileContent _content;
@@ -81,8 +81,11 @@ void PropertyFile::open(int mode) {
         _abandon();
         throw;
     }
-    if ((mode & ReadMode) != 0)
+    if ((mode & ReadMode) != 0) {
         _text = PropertyText(std::move(content.text));
+        _isAsRead = isSettled(content) && !_text.isDamaged();
+        _read = std::move(content);
+    }
     if (!isWriter)
         _lock.reset();
     _mode = mode;
@@ -101,18 +104,22 @@ void PropertyFile::setProperty(const std::wstring& key, const std::wstring& valu
     if ((_mode & WriteMode) == 0)
         throwSystemError("Cannot write", _path, EBADF);
     const std::string name = make_string(key);
+    const std::string text = make_string(value);
+    _isSet = true;
+    if (_text.holds(name, text))
+        return;
     bool keepOld = false;
     if (givesBack != nullptr) {
         const std::string stored = _text.get(name);
         keepOld = !stored.empty() && !givesBack(make_wstring(stored));
     }
-    _text.set(name, make_string(value), keepOld);
-    _isSet = true;
+    _text.set(name, text, keepOld);
+    _isAsRead = false;
 }
 
 void PropertyFile::close() {
     try {
-        if (_isSet)
+        if (_isSet && !(_isAsRead && isStillThere(_path, _read)))
             _save();
     } catch (...) {
         _abandon();
@@ -139,6 +146,7 @@ void PropertyFile::_save() const {
 void PropertyFile::_abandon() {
     _mode = 0;
     _isSet = false;
+    _isAsRead = false;
     _text = PropertyText();
     _lock.reset();
 }

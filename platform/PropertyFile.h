@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "FileContent.h"
 #include "FileLock.h"
 #include "PropertyText.h"
 
@@ -57,6 +58,8 @@ private:
     std::string _path;
     int _mode = 0;
     bool _isSet = false;
+    bool _isAsRead = false;  // what was set stands in the file that was read
+    FileContent _read;       // without its text
     PropertyText _text;
     std::optional<FileLock> _lock;
 };

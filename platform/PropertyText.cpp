@@ -92,6 +92,11 @@ std::string PropertyText::get(std::string_view key) const {
     return line != nullptr ? unescape(valueOf(line->text)) : std::string();
 }
 
+bool PropertyText::holds(std::string_view key, std::string_view value) const {
+    const Line* const line = _find(key);
+    return line != nullptr && readsAs(valueOf(line->text), withoutTrailingNuls(value));
+}
+
 void PropertyText::set(std::string_view key, std::string_view value, bool keepOld) {
     value = withoutTrailingNuls(value);
     const Line* const old = _find(key);

@@ -33,6 +33,9 @@ public:
 
     bool contains(std::string_view key) const { return _find(key) != nullptr; }
 
+    // Whether set would leave everything as it is.
+    bool holds(std::string_view key, std::string_view value) const;
+
     // Changes the last entry with this key, or appends one; trailing NULs of the value are dropped.
     // A value that the entry already has leaves its line as it is. With keepOld, the line that is
     // changed stays above as a comment.

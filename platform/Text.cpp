@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace QZ {
@@ -35,6 +36,10 @@ unsigned sequenceLength(std::uint32_t byte, std::uint32_t& bits) {
         return 4;
     }
     return 0;
+}
+
+constexpr std::uint32_t codePointOf(wchar_t character) {
+    return std::uint32_t{std::char_traits<wchar_t>::to_int_type(character)};
 }
 
 bool isSequenceOf(unsigned length, std::uint32_t codePoint) {
@@ -85,11 +90,14 @@ void appendUtf8(std::string& text, std::uint32_t codePoint) {
     append(0x80U | (codePoint & 0x3FU));
 }
 
+// Almost all texts are ASCII from end to end, which needs no decision for each character.
 std::wstring make_wstring(const std::string& text) {
-    std::wstring wide;
-    wide.reserve(text.size());
-    const char* at = text.data();
-    const char* const end = at + text.size();
+    const auto ascii = std::find_if(text.begin(), text.end(), [](char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80;
+    });
+    std::wstring wide(text.begin(), ascii);
+    const char* at = text.data() + wide.size();
+    const char* const end = text.data() + text.size();
     while (at != end) {
         std::uint32_t codePoint = static_cast<unsigned char>(*at);
         if (codePoint < 0x80)
@@ -102,10 +110,13 @@ std::wstring make_wstring(const std::string& text) {
 }
 
 std::string make_string(const std::wstring& text) {
-    std::string narrow;
-    narrow.reserve(text.size());
-    for (const wchar_t character : text) {
-        const auto codePoint = std::uint32_t{std::char_traits<wchar_t>::to_int_type(character)};
+    std::string narrow(text.size(), '\0');
+    std::size_t ascii = 0;
+    for (; ascii < text.size() && codePointOf(text[ascii]) < 0x80; ++ascii)
+        narrow[ascii] = static_cast<char>(text[ascii]);
+    narrow.resize(ascii);
+    for (std::size_t at = ascii; at < text.size(); ++at) {
+        const std::uint32_t codePoint = codePointOf(text[at]);
         if (codePoint < 0x80)
             narrow += static_cast<char>(codePoint);
         else if (codePoint >= EscapedByte + 0x80 && codePoint <= EscapedByte + 0xFF)

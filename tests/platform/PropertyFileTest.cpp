@@ -132,6 +132,19 @@ TEST_F(PropertyFileTest, IsComparedWithWhatStandsOnDiskAtTheEnd) {
     EXPECT_EQ("LEASE.Term=36\n", content());
 }
 
+TEST_F(PropertyFileTest, IsComparedWithWhatStandsOnDiskHoweverLongTheFileWasThere) {
+    const ManualClock later;  // its times tell of every change
+    write("LEASE.Term=36\n");
+    PropertyFile file(wide());
+    for (const wchar_t* term : {L"36", L"48"}) {
+        file.open(3);
+        file.setProperty(L"LEASE.Term", term);
+        write("LEASE.Term=an editor knows no locks\n");
+        file.close();
+        EXPECT_EQ("LEASE.Term=" + make_string(term) + "\n", content());
+    }
+}
+
 TEST_F(PropertyFileTest, LetsTheLastOfTwoSavesWin) {
     write("LEASE.Term=36\n");
     const std::wstring loadedByB = get(L"LEASE.Term");
