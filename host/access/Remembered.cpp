@@ -3,7 +3,6 @@
 #include "Remembered.h"
 
 #include <openssl/evp.h>
-#include <openssl/hmac.h>
 #include <sys/random.h>
 
 #include <utility>
@@ -24,15 +23,21 @@ void _append(std::string& bytes, const std::string& text) {
 
 }  // namespace
 
-LoginDigest::LoginDigest() : _key(KEY_BYTES, '\0') {
+void LoginDigest::FreeHash::operator()(evp_md_st* hash) const {
+    EVP_MD_free(hash);
+}
+
+LoginDigest::LoginDigest()
+    : _key(KEY_BYTES, '\0'), _hash(EVP_MD_fetch(nullptr, "SHA256", nullptr)) {
     if (getrandom(_key.data(), _key.size(), 0) != ssize_t(KEY_BYTES)) {
         throw Error("Cannot make a key: the system has no random numbers");
     }
 }
 
-// The peer is part of it: from elsewhere the same password may be refused.
+// The peer is part of it: from elsewhere the same password may be refused. The key stands first:
+// that is enough where a digest is shown to nobody.
 std::string LoginDigest::of(const Login& login) const {
-    std::string bytes;
+    std::string bytes = _key;
     _append(bytes, login.peer);
     _append(bytes, login.localUser ? std::to_string(*login.localUser) : "");
     _append(bytes, login.hasPassword ? login.user : "");
@@ -40,8 +45,7 @@ std::string LoginDigest::of(const Login& login) const {
     _append(bytes, login.hasPassword ? "" : login.certificateName);
     unsigned char digest[EVP_MAX_MD_SIZE];
     unsigned size = 0;
-    if (!HMAC(EVP_sha256(), _key.data(), int(_key.size()),
-              reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), digest, &size)) {
+    if (EVP_Digest(bytes.data(), bytes.size(), digest, &size, _hash.get(), nullptr) != 1) {
         throw Error("Cannot hash a password: OpenSSL has no SHA-256");
     }
     return {reinterpret_cast<const char*>(digest), size};

@@ -6,15 +6,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "Login.h"
 
+struct evp_md_st;
+
 namespace QZ {
 
 // What of a login tells it from all others, without giving its password away: a hash with a key
-// that only this process has. Throws Error where the system has no random numbers for the key.
+// that only this process has. Throws Error where the system has no random numbers for the key, or
+// no SHA-256. Any thread.
 class LoginDigest {
 public:
     LoginDigest();
@@ -22,7 +26,13 @@ public:
     std::string of(const Login& login) const;
 
 private:
+    struct FreeHash {
+        void operator()(evp_md_st* hash) const;
+    };
+
     std::string _key;
+    // Looked up once: to look it up costs more than to hash a login.
+    std::unique_ptr<evp_md_st, FreeHash> _hash;
 };
 
 // The callers that were let in a short time ago, by the digests of their logins. Time is Clock's.
