@@ -2,11 +2,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <string>
+
+#include "CommandLine.h"
+
 namespace QZ {
 
-// The command as a whole: reads the arguments, goes to its workplace, loads the module, asks, and
-// writes the result to standard output and everything else to standard error. Answers the exit
-// status. Once per process: environment, working folder and descriptor 1 stay changed.
-int runProgram(int count, const char* const* arguments);
+// What a program does with a request. Answers the exit status; what it throws is told.
+using CarryOut = std::function<int(const Request& request)>;
+
+// A program as a whole: reads the arguments, has the request carried out, or prints the help that
+// is asked for, and writes everything but results to standard error. Answers the exit status. Once
+// per process.
+int runProgram(int count, const char* const* arguments, const CarryOut& carryOut);
+
+// Writes a line to standard error, in one piece: any thread may call.
+void say(const std::string& line);
 
 }  // namespace QZ

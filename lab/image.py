@@ -145,8 +145,8 @@ class Image:
                               [build / "lib", *library_folders(self._packages, self._architecture,
                                                                self._folder)])
         archive = Archive()
-        for file in ("bin/tavqz", "lib/libAssetIDProvider.so", "lib/libTavqzRaidProvider.so",
-                     "lib/libtav_shrdevice.so"):
+        for file in ("bin/tavqz", "libexec/tavqz", "lib/libAssetIDProvider.so",
+                     "lib/libTavqzRaidProvider.so", "lib/libtav_shrdevice.so"):
             libraries.add_program(archive, f"opt/tavqz/{file}", build / file)
         archive.add_tree("opt/tavqz/share/tavqz", build / "share/tavqz")
         archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")

@@ -1,10 +1,11 @@
 # SPDX-FileCopyrightText: 2026 the tavqz authors
 # SPDX-License-Identifier: MIT
 
-# Program and libraries in a folder of their own, with bin/, lib/ and share/ as the build has them:
-# nobody else links to these libraries.
+# Programs and libraries in a folder of their own, with bin/, libexec/, lib/ and share/ as the build
+# has them: nobody else links to these libraries.
 set(home lib/tavqz)
 install(TARGETS tavqz DESTINATION ${home}/bin)
+install(TARGETS tavqz_network DESTINATION ${home}/libexec)
 install(TARGETS cim LIBRARY DESTINATION ${home}/lib NAMELINK_SKIP)
 install(TARGETS AssetIDProvider TavqzRaidProvider xen_probe LIBRARY DESTINATION ${home}/lib)
 set_target_properties(AssetIDProvider TavqzRaidProvider PROPERTIES INSTALL_RPATH "$ORIGIN")

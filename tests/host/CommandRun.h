@@ -20,14 +20,15 @@ struct CommandRun {
     std::string err;
 };
 
-// A run of the tavqz command from the folder "/". Standard output goes to the descriptor if one is
-// given. wait() is called once.
+// A run of the tavqz command, or of a copy of it, from the folder "/". Standard output goes to the
+// descriptor if one is given. wait() is called once.
 class CommandProcess {
 public:
-    explicit CommandProcess(std::vector<std::string> arguments, int output = -1) {
+    explicit CommandProcess(std::vector<std::string> arguments, int output = -1,
+                            const std::string& program = TAVQZ_COMMAND) {
         const std::string out = _folder.write("out", "");
         const std::string err = _folder.write("err", "");
-        arguments.insert(arguments.begin(), TAVQZ_COMMAND);
+        arguments.insert(arguments.begin(), program);
         std::vector<char*> argv;
         argv.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) {
