@@ -221,6 +221,8 @@ void _addSizes(std::vector<ServeKey>& keys) {
                MOST_THREADS),
         _count("waiting-requests", "N", "Requests that wait for that",
                PLACE(limits.waitingRequests), 0, LARGEST_COUNT),
+        _count("lost-threads", "N", "Threads that providers may keep before it has fewer",
+               PLACE(limits.lostThreads), 0, MOST_THREADS),
         _count("enumerations", "N", "Enumerations that clients fetch in pieces",
                PLACE(limits.enumerations), 1, LARGEST_COUNT),
         _count("enumerated-objects", "N", "Objects that those keep, all together",

@@ -36,6 +36,7 @@ struct ServeLimits {
     std::size_t connectionsPerClient = 64;
     std::size_t requests = 8;
     std::size_t waitingRequests = 64;
+    std::size_t lostThreads = 64;
     std::size_t enumerations = 64;
     std::size_t enumeratedObjects = 200'000;
     std::size_t checks = 4;

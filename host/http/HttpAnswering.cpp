@@ -35,9 +35,13 @@ std::optional<ResponseStream::End> HttpAnswering::finish() {
 }
 
 // Beside the thread that is in the handler, which does not come past finish() meanwhile.
-void HttpAnswering::expire(HttpReply::Late why) {
+void HttpAnswering::expire(HttpReply::Late why, bool isReplaced) {
     const std::lock_guard<std::mutex> lock(_ending);
-    _endTurn();
+    if (why == HttpReply::TookTooLong && _turn == Taken) {
+        isReplaced ? _endTurn() : _place.shared.loseTurn();
+        _turn = isReplaced ? Ended : Lost;
+        _place.shared.tellLosses();
+    }
     const std::optional<ResponseStream::End> end = _stream.expire(why);
     if (!end) {
         return;
@@ -52,8 +56,12 @@ void HttpAnswering::expire(HttpReply::Late why) {
 }
 
 void HttpAnswering::_endTurn() {
-    if (std::exchange(_hasTurn, false)) {
+    const auto turn = std::exchange(_turn, Ended);
+    if (turn == Taken) {
         _place.shared.endTurn();
+    } else if (turn == Lost) {
+        _place.shared.regainTurn();
+        _place.shared.tellLosses();
     }
 }
 

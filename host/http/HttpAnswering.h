@@ -15,7 +15,7 @@
 namespace QZ {
 
 // A request of a connection that is being answered, by the one thread that made this; another may
-// expire it meanwhile. It has a turn of HttpShared, and ends that.
+// expire it meanwhile. It has a turn of HttpShared, and ends that; or loses it with its thread.
 class HttpAnswering : public HttpCall {
 public:
     // What of the connection it uses. The owner keeps all of it, as it is.
@@ -35,7 +35,7 @@ public:
     // What is left to be sent, and told to the log; none where it expired.
     std::optional<ResponseStream::End> finish();
 
-    void expire(HttpReply::Late why) override;
+    void expire(HttpReply::Late why, bool isReplaced) override;
 
 private:
     void _endTurn();
@@ -43,7 +43,7 @@ private:
     const Place _place;
     ResponseStream _stream;
     std::mutex _ending;  // while it is held, the connection stays as it is
-    bool _hasTurn = true;
+    enum { Taken, Lost, Ended } _turn = Taken;
 };
 
 }  // namespace QZ

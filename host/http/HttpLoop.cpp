@@ -61,12 +61,15 @@ void HttpLoop::leaveHandler(const std::shared_ptr<HttpCall>& call) {
     const auto found = std::find_if(_calls.begin(), _calls.end(),
                                     [&](const Call& entry) { return entry.call == call; });
     isReplaced = found->isReplaced;
-    isLost = isLost || found->isLost;
+    isLost = isLost || found->isSpare;
+    if (found->isLost && !found->isSpare) {
+        _workers->regainThread();
+    }
     _calls.erase(found);
 }
 
 bool HttpLoop::watch(Time now) {
-    std::vector<std::shared_ptr<HttpCall>> late;
+    std::vector<Call> late;
     bool wasCalled;
     {
         const std::lock_guard<std::mutex> lock(_mutex);
@@ -78,35 +81,36 @@ bool HttpLoop::watch(Time now) {
                 _workers->offerPlace(shared_from_this());
             }
             if (isLate && !call.isLost) {
-                late.push_back(_lost(call));
+                _lose(call);
+                late.push_back(call);
             }
         }
     }
-    for (const auto& call : late) {
-        call->expire(HttpReply::TookTooLong);
+    for (const Call& call : late) {
+        call.call->expire(HttpReply::TookTooLong, call.isSpare);
     }
     return wasCalled;
 }
 
-std::shared_ptr<HttpCall> HttpLoop::_lost(Call& call) const {
+void HttpLoop::_lose(Call& call) const {
     call.isLost = true;
     call.isReplaced = true;
-    _workers->loseThread();
-    return call.call;
+    call.isSpare = _workers->loseThread();
 }
 
 void HttpLoop::expireAll() {
-    std::vector<std::shared_ptr<HttpCall>> all;
+    std::vector<Call> all;
     {
         const std::lock_guard<std::mutex> lock(_mutex);
         for (Call& call : _calls) {
             if (!call.isLost) {
-                all.push_back(_lost(call));
+                _lose(call);
+                all.push_back(call);
             }
         }
     }
-    for (const auto& call : all) {
-        call->expire(HttpReply::ServerStops);
+    for (const Call& call : all) {
+        call.call->expire(HttpReply::ServerStops, call.isSpare);
     }
 }
 

@@ -22,7 +22,8 @@ public:
 
     // Nobody waits any more: the client is told. On the thread of who watches or stops, at most
     // once, while or after the handler is called.
-    virtual void expire(HttpReply::Late why) = 0;
+    // Its thread may have been replaced.
+    virtual void expire(HttpReply::Late why, bool isReplaced) = 0;
 };
 
 // A share of the connections: one thread waits for whatever comes next on any of them and carries
@@ -68,10 +69,11 @@ private:
         bool isSeen = false;
         bool isReplaced = false;  // another thread takes its thread's place
         bool isLost = false;
+        bool isSpare = false;  // there is a new thread instead
     };
 
     void _awaitMore();
-    std::shared_ptr<HttpCall> _lost(Call& call) const;
+    void _lose(Call& call) const;
 
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> _work{
         io.get_executor()};

@@ -31,7 +31,14 @@ struct HttpLimits {
     std::size_t connectionsPerClient = 64;  // of one address, or of one uid
     std::size_t workers = 8;                // requests that are answered at once
     std::size_t waiting = 64;               // and that wait for that, beyond
-    std::size_t lostWorkers = 64;           // threads that are late and may never come back
+    std::size_t lostWorkers = 64;           // threads that are late and replaced nevertheless
+};
+
+// What it costs a server that handlers did not come back in time.
+struct HttpLosses {
+    std::size_t lost;      // threads that are in such a handler
+    std::size_t replaced;  // of so many others took the place
+    std::size_t turns;     // requests that are still answered at once
 };
 
 // What became of a request, for a log.
@@ -64,12 +71,15 @@ struct HttpServerOptions {
     // same thread would too. None: everybody may all.
     Authenticate authenticate;
     std::function<void(const HttpLogRecord&)> log;
+    // Told of each thread that is lost, and of each turn that was lost with one and is there again.
+    std::function<void(const HttpLosses&)> lose;
 };
 
 // An HTTP/1.1 server (also for clients of 1.0): POST and M-POST, keep-alive, chunks both ways,
 // Basic authentication. Each request is answered by the handler, on one of several threads; one
 // that does not come back in time costs its client an error and the server that thread, which is
-// replaced.
+// replaced; beyond a limit it costs a turn to be answered, too. Where none is left, all is answered
+// with 503 until one comes back.
 class HttpServer {
 public:
     using Handler = std::function<void(const HttpRequest& request, HttpReply& reply)>;

@@ -85,7 +85,7 @@ void HttpShared::stopWatching() {
 
 HttpShared::Turn HttpShared::takeTurn(const std::shared_ptr<HttpConnection>& connection) {
     const std::lock_guard<std::mutex> lock(_turnMutex);
-    if (_areTurnsClosed) {
+    if (_areTurnsClosed || _lostTurns >= options.limits.workers) {
         return Never;
     }
     if (_turns < options.limits.workers) {
@@ -118,6 +118,28 @@ void HttpShared::endTurn() {
         _called.insert(next);
     }
     next->onTurn();
+}
+
+void HttpShared::loseTurn() {
+    const std::lock_guard<std::mutex> lock(_turnMutex);
+    ++_lostTurns;
+}
+
+void HttpShared::regainTurn() {
+    {
+        const std::lock_guard<std::mutex> lock(_turnMutex);
+        --_lostTurns;
+    }
+    endTurn();
+}
+
+void HttpShared::tellLosses() {
+    if (!options.lose) {
+        return;
+    }
+    const std::lock_guard<std::mutex> lock(_turnMutex);
+    options.lose(
+        {_workers->lostThreads(), options.limits.lostWorkers, options.limits.workers - _lostTurns});
 }
 
 std::vector<std::shared_ptr<HttpConnection>> HttpShared::closeTurns() {

@@ -55,8 +55,14 @@ public:
     Turn takeTurn(const std::shared_ptr<HttpConnection>& connection);
     bool takeUpTurn(const std::shared_ptr<HttpConnection>& connection);
     void endTurn();
+    // A turn is gone with its thread; until that comes back, which ends it.
+    void loseTurn();
+    void regainTurn();
     // There are no turns any more, not even for these that waited.
     std::vector<std::shared_ptr<HttpConnection>> closeTurns();
+
+    // Tells what is lost by now, where somebody wants to know.
+    void tellLosses();
 
     // Behind each HttpLoop::enterHandler: somebody watches from now on.
     void wakeWatcher();
@@ -82,6 +88,7 @@ private:
     std::size_t _turns = 0;
     std::deque<std::shared_ptr<HttpConnection>> _waiting;
     std::set<std::shared_ptr<HttpConnection>> _called;  // whose turn came, as they hear soon
+    std::size_t _lostTurns = 0;
     bool _areTurnsClosed = false;
     std::condition_variable _wakeWatcher;
     std::atomic<bool> _watcherSleeps{false};

@@ -18,13 +18,14 @@ void HttpWorkers::start(std::size_t loops) {
     }
 }
 
-// With the mutex held. Where the system has no thread to give there are fewer.
-void HttpWorkers::_startThread() {
+// With the mutex held. Where the system has no thread to give, those that are there serve.
+bool HttpWorkers::_startThread() {
     try {
         std::thread([self = shared_from_this()] { self->_run(); }).detach();
         ++_threads;
+        return true;
     } catch (const std::system_error&) {
-        // Those that are there serve.
+        return false;
     }
 }
 
@@ -74,12 +75,16 @@ void HttpWorkers::endAllLoops() {
     _changed.notify_all();
 }
 
-void HttpWorkers::loseThread() {
+bool HttpWorkers::loseThread() {
     const std::lock_guard<std::mutex> lock(_mutex);
     --_threads;
-    if (++_lost <= _mayBeLost) {
-        _startThread();
-    }
+    return ++_lost <= _mayBeLost && _startThread();
+}
+
+void HttpWorkers::regainThread() {
+    const std::lock_guard<std::mutex> lock(_mutex);
+    ++_threads;
+    --_lost;
 }
 
 std::size_t HttpWorkers::lostThreads() const {

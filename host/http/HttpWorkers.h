@@ -33,16 +33,17 @@ public:
     void endLoop();
     void endAllLoops();
 
-    // A thread is late and may never come back: another takes its place. It ends itself when it
-    // does come back.
-    void loseThread();
+    // A thread is late and may never come back. Where another takes its place, which is so up to
+    // the limit, it ends itself when it does come back; else it is one of ours again then.
+    bool loseThread();
+    void regainThread();
     std::size_t lostThreads() const;
 
     // Waits until every thread ended, the lost ones aside. False when the time was over.
     bool waitForEnd(Time end) const;
 
 private:
-    void _startThread();
+    bool _startThread();
     void _run();
     std::shared_ptr<HttpLoop> _takePlace();
 

@@ -57,6 +57,19 @@ std::string requestJson(const HttpLogRecord& record) {
                   {"milliseconds", _milliseconds(record)}});
 }
 
+std::string lossText(const HttpLosses& losses) {
+    std::string text = std::to_string(losses.lost) +
+                       (losses.lost == 1 ? " thread is" : " threads are") +
+                       " with providers that have not answered in time; " +
+                       std::to_string(losses.replaced) + " (lost-threads) are replaced";
+    if (losses.lost <= losses.replaced) {
+        return text;
+    }
+    return losses.turns == 0
+               ? text + ": no request is answered until one comes back or the server starts again"
+               : text + ": " + std::to_string(losses.turns) + " requests are answered at once";
+}
+
 std::string messageJson(const std::string& message) {
     return _line({{"time", _now()}, {"message", message}});
 }

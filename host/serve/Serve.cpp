@@ -12,6 +12,7 @@
 #include "Listeners.h"
 #include "MachinePaths.h"
 #include "Readiness.h"
+#include "RequestLog.h"
 #include "RequestHandler.h"
 #include "ServeConfig.h"
 #include "ServeKeys.h"
@@ -39,6 +40,7 @@ HttpLimits _httpLimits(const ServeLimits& given) {
     limits.connectionsPerClient = given.connectionsPerClient;
     limits.workers = given.requests;
     limits.waiting = given.waitingRequests;
+    limits.lostWorkers = given.lostThreads;
     return limits;
 }
 
@@ -109,6 +111,7 @@ HttpServerOptions _options(Told& told) {
         return told.access.authenticate(login, later);
     };
     options.log = [&told](const HttpLogRecord& record) { told.log.request(record); };
+    options.lose = [&told](const HttpLosses& losses) { told.log.message(lossText(losses)); };
     return options;
 }
 

@@ -170,6 +170,85 @@ TEST_F(BusyServer, RefusesWhatStillWaitsWhenItsTimeIsOver) {
     }
 }
 
+// One thread may be lost and is replaced, each of two more costs a turn.
+class HangingServer : public testing::Test {
+protected:
+    HangingServer() {
+        HttpServerOptions options;
+        options.limits.workers = 2;
+        options.limits.lostWorkers = 1;
+        options.limits.answer = milliseconds(100);
+        options.lose = [this](const HttpLosses& losses) {
+            const std::lock_guard<std::mutex> lock(mutex);
+            told.push_back({losses.lost, losses.replaced, losses.turns});
+        };
+        server = std::make_unique<HttpServer>(options,
+                                              [this](const HttpRequest& request, HttpReply& reply) {
+                                                  if (request.body == "hang") {
+                                                      ended.wait();
+                                                  }
+                                                  echo(request, reply);
+                                              });
+    }
+    ~HangingServer() override {
+        while (server->lostWorkers() != 0) {
+            std::this_thread::yield();
+        }
+    }
+
+    std::string answer(const std::string& body) const {
+        const RawClient client(server->port());
+        client.send(post(body, LAST));
+        return client.receive();
+    }
+    void hang(int times) const {
+        for (int i = 0; i < times; ++i) {
+            EXPECT_THAT(answer("hang"), StartsWith("HTTP/1.1 503 "));
+        }
+    }
+    using Losses = std::vector<std::vector<std::size_t>>;
+    Losses losses() {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return told;
+    }
+
+    std::promise<void> end;
+    const std::shared_future<void> ended = end.get_future().share();
+    std::mutex mutex;
+    Losses told;
+    std::unique_ptr<HttpServer> server;
+};
+
+TEST_F(HangingServer, TellsHowManyThreadsAreLost) {
+    hang(2);
+    EXPECT_THAT(answer("quick"), EndsWith("<quick>"));
+    EXPECT_EQ((Losses{{1, 1, 2}, {2, 1, 1}}), losses());
+    EXPECT_EQ(2U, server->lostWorkers());
+    end.set_value();
+}
+
+TEST_F(HangingServer, RefusesAtOnceWhereNoThreadIsLeft) {
+    hang(3);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_THAT(answer("quick"), AllOf(StartsWith("HTTP/1.1 503 "), HasSubstr("Retry-After")));
+    }
+    EXPECT_EQ((Losses{{1, 1, 2}, {2, 1, 1}, {3, 1, 0}}), losses());
+    end.set_value();
+}
+
+TEST_F(HangingServer, GoesOnWithThreadsThatComeBack) {
+    hang(3);
+    end.set_value();
+    while (answer("quick").rfind("HTTP/1.1 200 ", 0) != 0) {
+        std::this_thread::yield();
+    }
+    while (server->lostWorkers() != 0) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(2U, losses().back().back()) << "all turns are there again";
+    EXPECT_TRUE(server->stop(std::chrono::seconds(10)));
+}
+
 TEST(HttpTurns, GivesTheTurnOfALostRequestToTheNext) {
     HttpLimits limits;
     limits.workers = 1;

@@ -48,6 +48,17 @@ TEST(RequestLog, QuotesOfNamesWhatFits) {
     EXPECT_GT(700U, requestJson(hostile).size());
 }
 
+TEST(RequestLog, SaysWhatLostThreadsCost) {
+    const std::string lost =
+        " with providers that have not answered in time; 64 "
+        "(lost-threads) are replaced";
+    EXPECT_EQ("1 thread is" + lost, lossText({1, 64, 8}));
+    EXPECT_EQ("65 threads are" + lost + ": 7 requests are answered at once", lossText({65, 64, 7}));
+    EXPECT_EQ("72 threads are" + lost +
+                  ": no request is answered until one comes back or the server starts again",
+              lossText({72, 64, 0}));
+}
+
 TEST(RequestLog, StaysOneLineOfJsonWhateverIsSent) {
     HttpLogRecord hostile = record();
     hostile.user = "a\"\n\xff\x1b[2J\xc3\xa4";

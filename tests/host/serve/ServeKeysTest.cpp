@@ -79,6 +79,7 @@ TEST(ServeKeys, SetEachLimit) {
     EXPECT_EQ(2U, with("connections-per-client", "2").limits.connectionsPerClient);
     EXPECT_EQ(2U, with("requests", "2").limits.requests);
     EXPECT_EQ(2U, with("waiting-requests", "2").limits.waitingRequests);
+    EXPECT_EQ(2U, with("lost-threads", "2").limits.lostThreads);
     EXPECT_EQ(2U, with("enumerations", "2").limits.enumerations);
     EXPECT_EQ(2U, with("enumerated-objects", "2").limits.enumeratedObjects);
     EXPECT_EQ(2U, with("checks", "2").limits.checks);
@@ -100,6 +101,7 @@ TEST(ServeKeys, HaveTheLimitsThatTheServerHas) {
     EXPECT_EQ(http.connectionsPerClient, told.connectionsPerClient);
     EXPECT_EQ(http.workers, told.requests);
     EXPECT_EQ(http.waiting, told.waitingRequests);
+    EXPECT_EQ(http.lostWorkers, told.lostThreads);
     const CheckPool::Limits checks;
     EXPECT_EQ(checks.threads, told.checks);
     EXPECT_EQ(checks.waiting, told.waitingChecks);
