@@ -49,21 +49,24 @@ std::string _answerTo(const Target& target, const std::string& bytes) {
     return {};
 }
 
+// Of those that were closed, so that they are idle and no flood.
+constexpr std::size_t MADE_A_SECOND = 200;
+
 // Connections that are all there at once; each is asked for its next bytes every second, and made
-// again when it is over, a thousand a second at most.
+// again some time after it is over.
 HostileResult _hold(const Target& target, const GoesOn& goesOn, std::size_t count,
                     const std::function<std::string(std::size_t second)>& bytes) {
     std::vector<std::unique_ptr<Connection>> all(count);
     HostileResult result;
     std::size_t most = 0;
     for (std::size_t second = 0; goesOn(); ++second) {
-        int made = 0;
+        std::size_t made = 0;
         std::size_t held = 0;
         for (auto& connection : all) {
             const bool isHeld = connection && connection->isOpen() && !connection->isOver() &&
                                 connection->sendAtOnce(bytes(second));
             held += isHeld ? 1 : 0;
-            if (!isHeld && ++made <= 1000 && goesOn()) {
+            if (!isHeld && (second == 0 || ++made <= MADE_A_SECOND) && goesOn()) {
                 connection = std::make_unique<Connection>(target.port, target.from);
                 ++result.times;
             }

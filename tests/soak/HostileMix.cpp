@@ -5,8 +5,8 @@
 // server takes more and more of the machine; where there is time enough to measure it, also where a
 // steady client waits three times as long as in quiet.
 
+#include <sched.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -99,9 +99,10 @@ void _allowDescriptors() {
 }
 
 // A hostile client is another machine's: the processor that it takes here is not the server's to
-// give. Linux knows a priority for each thread.
+// give.
 void _giveWay() {
-    (void)setpriority(PRIO_PROCESS, id_t(gettid()), 10);
+    const sched_param none{};
+    (void)sched_setscheduler(0, SCHED_IDLE, &none);
 }
 
 }  // namespace
