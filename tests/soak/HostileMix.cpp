@@ -122,11 +122,14 @@ int main(int count, char** arguments) {
     _sayResult("quiet", quiet);
     _say("the server then", ServerGauge::of(process).text());
 
+    const bool isMeasured = all >= MEASURED;
     std::atomic<bool> goesOn{true};
     std::vector<std::pair<const char*, std::future<HostileResult>>> hostile;
     for (const HostileClient& client : hostileClients()) {
         hostile.emplace_back(client.name, std::async(std::launch::async, [&, client] {
-                                 _giveWay();
+                                 if (isMeasured) {
+                                     _giveWay();
+                                 }
                                  return client.run({target.port, target.userInfo, client.from},
                                                    [&goesOn] { return goesOn.load(); });
                              }));
@@ -155,5 +158,5 @@ int main(int count, char** arguments) {
     _say("level", isLevel ? "yes" : "no");
     const double slower = result.within(990) / quiet.within(990);
     _say("slower, p99", std::to_string(slower) + " times");
-    return isRight && isLevel && (all < MEASURED || slower <= MOST_SLOWER) ? 0 : 1;
+    return isRight && isLevel && (!isMeasured || slower <= MOST_SLOWER) ? 0 : 1;
 }
