@@ -183,7 +183,7 @@ std::optional<Verdict> Authenticator::_start(const Login& login, const TakeVerdi
     bool hasPlace = false;
     try {
         hasPlace = _pool.submit(
-            login.peer, [core = _core, digest, login] { core->check(digest, login); },
+            clientOf(login.peer), [core = _core, digest, login] { core->check(digest, login); },
             [core = _core, digest, login] { core->giveUp(digest, login); });
     } catch (const std::bad_alloc&) {
         // As if there were no place.

@@ -45,6 +45,11 @@ bool isOfThisMachine(const Login& login);
 // Whether an address, as text, is one of loopback (RFC 1122, 3.2.1.3; RFC 4291, 2.5.3).
 bool isLoopback(const std::string& address);
 
+// Whom a peer's connections and wrong passwords count for: of IPv6 the network of 64 bits that one
+// host has for itself, but for link-local addresses, which all hosts have in the same; an IPv4
+// address that is mapped into IPv6 as itself (RFC 4291, 2.5.4 to 2.5.6). What is no address stays.
+std::string clientOf(const std::string& peer);
+
 // What comes of it.
 struct Verdict {
     enum Kind {

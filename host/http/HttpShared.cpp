@@ -162,7 +162,8 @@ void HttpShared::remove(const std::shared_ptr<HttpConnection>& connection) {
     _connections.erase(connection);
 }
 
-HttpShared::Admission HttpShared::admit(const std::string& client) {
+HttpShared::Admission HttpShared::admit(const std::string& peer) {
+    const std::string client = clientOf(peer);
     const HttpLimits& limits = options.limits;
     const std::lock_guard<std::mutex> lock(_mutex);
     const auto found = _clients.find(client);
@@ -177,9 +178,9 @@ HttpShared::Admission HttpShared::admit(const std::string& client) {
     return isRefused ? Refused : Admitted;
 }
 
-void HttpShared::leave(const std::string& client) {
+void HttpShared::leave(const std::string& peer) {
     const std::lock_guard<std::mutex> lock(_mutex);
-    const auto found = _clients.find(client);
+    const auto found = _clients.find(clientOf(peer));
     if (found != _clients.end() && --found->second == 0) {
         _clients.erase(found);
     }

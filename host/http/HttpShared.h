@@ -35,14 +35,15 @@ public:
     const std::vector<std::shared_ptr<HttpLoop>>& loops() const { return _loops; }
     HttpWorkers& workers() const { return *_workers; }
 
-    // Counts a connection of that client, whatever is done with it, until it leaves.
+    // Counts a connection of that peer's client (Login.h), whatever is done with it, until it
+    // leaves.
     enum Admission {
         Admitted,
         Refused,  // one too many: worth an answer
         Dropped,  // worth nothing any more; not counted
     };
-    Admission admit(const std::string& client);
-    void leave(const std::string& client);
+    Admission admit(const std::string& peer);
+    void leave(const std::string& peer);
 
     void add(const std::shared_ptr<HttpConnection>& connection);
     void remove(const std::shared_ptr<HttpConnection>& connection);

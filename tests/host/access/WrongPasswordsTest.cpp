@@ -27,6 +27,21 @@ TEST(WrongPasswords, SlowAnAddressThatTriesManyNames) {
     EXPECT_EQ(2000, wrong.begin("192.0.2.7", "bob").count());
 }
 
+TEST(WrongPasswords, SlowAllAddressesOfAHost) {
+    ManualClock clock;
+    WrongPasswords wrong;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(0, wrong.begin("2001:db8::" + std::to_string(i), "anna").count());
+    }
+    EXPECT_EQ(1000, wrong.begin("2001:db8::a", "anna").count());
+    EXPECT_EQ(3U, wrong.count("2001:db8::b", "anna"));
+    EXPECT_EQ(0, wrong.begin("2001:db8:0:1::a", "anna").count());
+    wrong.takeBack("2001:db8::c", "anna");
+    EXPECT_EQ(2U, wrong.count("2001:db8::d", "anna"));
+    wrong.succeed("2001:db8::e", "anna");
+    EXPECT_EQ(0U, wrong.count("2001:db8::f", "anna"));
+}
+
 TEST(WrongPasswords, KeepNoAddressOutForLong) {
     ManualClock clock;
     WrongPasswords wrong;

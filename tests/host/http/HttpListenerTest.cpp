@@ -11,6 +11,7 @@
 
 #include "Error.h"
 #include "HttpServer.h"
+#include "HttpShared.h"
 #include "RawClient.h"
 #include "TemporaryFolder.h"
 
@@ -147,6 +148,18 @@ TEST(HttpListener, LeavesRoomForOtherClients) {
     while (answer.rfind("HTTP/1.1 200 ", 0) != 0) {
         answer = _ask(RawClient(server.port()));
     }
+}
+
+TEST(HttpListener, CountsAllAddressesOfAHostTogether) {
+    HttpServerOptions options;
+    options.limits.connectionsPerClient = 1;
+    HttpShared shared(options, _answer);
+    EXPECT_EQ(shared.admit("2001:db8::1"), HttpShared::Admitted);
+    EXPECT_EQ(shared.admit("2001:db8::2"), HttpShared::Refused);
+    EXPECT_EQ(shared.admit("2001:db8:0:1::2"), HttpShared::Admitted);
+    shared.leave("2001:db8::1");
+    shared.leave("2001:db8::2");
+    EXPECT_EQ(shared.admit("2001:db8::3"), HttpShared::Admitted);
 }
 
 TEST(HttpListener, TakesConnectionsWhileEveryThreadIsHeldUp) {
