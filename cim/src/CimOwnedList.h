@@ -91,6 +91,8 @@ public:
 
 private:
     void _append(const Handle& handle) {
+        if (_handles.capacity() == 0)
+            _handles.reserve(8);  // as many as most have
         _handles.push_back(handle);
         handle._rep->owners.add();
     }

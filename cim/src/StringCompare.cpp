@@ -31,6 +31,11 @@ Char16 _asIs(Char16 unit) {
     return unit;
 }
 
+// Copies of one text, which need no comparison.
+bool _areShared(const String& s1, const String& s2) {
+    return s1.getChar16Data() == s2.getChar16Data();
+}
+
 }  // namespace
 
 Uint32 String::find(Char16 c) const {
@@ -75,11 +80,11 @@ int String::compareNoCase(const String& s1, const String& s2) {
 }
 
 Boolean String::equal(const String& s1, const String& s2) {
-    return s1.size() == s2.size() && compare(s1, s2) == 0;
+    return s1.size() == s2.size() && (_areShared(s1, s2) || compare(s1, s2) == 0);
 }
 
 Boolean String::equalNoCase(const String& s1, const String& s2) {
-    return s1.size() == s2.size() && compareNoCase(s1, s2) == 0;
+    return s1.size() == s2.size() && (_areShared(s1, s2) || compareNoCase(s1, s2) == 0);
 }
 
 Boolean operator==(const String& x, const String& y) {

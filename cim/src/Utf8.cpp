@@ -61,6 +61,10 @@ Uint32 decodeUtf8(const char* bytes, Uint32 size, Char16* out) {
     const auto* in = reinterpret_cast<const unsigned char*>(bytes);
     Uint32 count = 0;
     for (Uint32 i = 0; i < size;) {
+        if (in[i] < 0x80) {  // as nearly all text
+            out[count++] = in[i++];
+            continue;
+        }
         const Uint32 length = _sequenceLength(in[i]);
         if (length == 0 || length > size - i)
             _throwMalformed(in, size, i);

@@ -4,6 +4,7 @@
 
 #include <Pegasus/Common/Char16.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -36,20 +37,28 @@ bool _isLowSurrogate(std::uint32_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
+// What is the same in every encoding, as nearly all text.
+bool _isPlain(char c) {
+    return c >= 0x20 && c < 0x7F;
+}
+
 }  // namespace
 
 Pegasus::String make_String(const std::string& text) {
     if (text.empty()) {
         return Pegasus::String();  // which no null pointer may make
     }
-    std::vector<Pegasus::Char16> units;
-    units.reserve(text.size());
     const char* at = text.data();
     const char* const end = at + text.size();
+    if (std::all_of(at, end, _isPlain)) {
+        return Pegasus::String(at, static_cast<Pegasus::Uint32>(text.size()));
+    }
+    std::vector<Pegasus::Char16> units;
+    units.reserve(text.size());
     while (at != end) {
         std::uint32_t c = static_cast<unsigned char>(*at);
         if (c < 0x80) {
-            ++at;  // as nearly all text
+            ++at;
         } else if (!decodeUtf8(at, end, c)) {
             c = static_cast<unsigned char>(*at++);
         }
@@ -65,14 +74,14 @@ Pegasus::String make_String(const std::wstring& text) {
 std::string make_string(const Pegasus::String& text) {
     const Pegasus::Uint32 size = text.size();
     const Pegasus::Char16* const units = text.getChar16Data();
-    std::string result;
-    result.reserve(size);
-    for (Pegasus::Uint32 i = 0; i < size; ++i) {
+    std::string result(size, '\0');
+    Pegasus::Uint32 i = 0;
+    for (; i < size && static_cast<std::uint32_t>(units[i]) < 0x80; ++i) {
+        result[i] = static_cast<char>(units[i]);  // as nearly all text
+    }
+    result.resize(i);
+    for (; i < size; ++i) {
         std::uint32_t c = units[i];
-        if (c < 0x80) {
-            result += static_cast<char>(c);  // as nearly all text
-            continue;
-        }
         if (_isHighSurrogate(c) && i + 1 < size && _isLowSurrogate(units[i + 1])) {
             c = 0x10000 + ((c & 0x3FF) << 10) + (static_cast<std::uint32_t>(units[++i]) & 0x3FF);
         } else if (_isHighSurrogate(c) || _isLowSurrogate(c)) {
