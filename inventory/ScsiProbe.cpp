@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "MachinePaths.h"
 #include "ScsiTransport.h"
@@ -21,17 +22,18 @@ constexpr std::size_t _longestSerialNumber = 79;
 
 constexpr int _diskCount = 26;
 
-// The disk's reply is in the request's data. The disk is closed again.
-bool _ask(int index, const ScsiCommand& command, ScsiRequest& request) {
+// The disk's reply, null where there is none. The disk is closed again.
+std::unique_ptr<ScsiRequest> _ask(int index, const ScsiCommand& command) {
     // Unsigned, for any index may come: what is no letter is no disk.
     const auto letter = static_cast<char>('a' + static_cast<unsigned>(index));
     const auto disk = ScsiTransport::current().open(MachinePaths::scsiDisk(letter));
     if (disk == nullptr) {
-        return false;
+        return nullptr;  // as nearly every letter, for which no request is made
     }
-    request.outputLength = _replyLength;
-    std::copy(std::begin(command), std::end(command), request.data);
-    return disk->sendCommand(request) == 0;
+    auto request = std::make_unique<ScsiRequest>();
+    request->outputLength = _replyLength;
+    std::copy(std::begin(command), std::end(command), request->data);
+    return disk->sendCommand(*request) == 0 ? std::move(request) : nullptr;
 }
 
 std::string _text(const unsigned char* field, std::size_t width) {
@@ -42,12 +44,12 @@ std::string _text(const unsigned char* field, std::size_t width) {
 }  // namespace
 
 int getSCSIManufacturerModel(int index, std::string& manufacturer, std::string& model) {
-    ScsiRequest request;
-    if (!_ask(index, ScsiStandardInquiry, request)) {
+    const auto reply = _ask(index, ScsiStandardInquiry);
+    if (!reply) {
         return 0;
     }
-    manufacturer = _text(request.data + 8, 8);
-    model = _text(request.data + 16, 16);
+    manufacturer = _text(reply->data + 8, 8);
+    model = _text(reply->data + 16, 16);
     return 1;
 }
 
@@ -67,11 +69,8 @@ bool decodeSerialNumberPage(const unsigned char* page, std::size_t size, std::st
 }
 
 int getSCSISerialNumber(int index, std::string& serial) {
-    ScsiRequest request;
-    return _ask(index, ScsiSerialNumberInquiry, request) &&
-                   decodeSerialNumberPage(request.data, _replyLength, serial)
-               ? 1
-               : 0;
+    const auto reply = _ask(index, ScsiSerialNumberInquiry);
+    return reply && decodeSerialNumberPage(reply->data, _replyLength, serial) ? 1 : 0;
 }
 
 void getSCSIInfo(std::vector<SCSIInfo>& disks) {

@@ -7,10 +7,9 @@ namespace QZ {
 using namespace Pegasus;
 
 CIMObjectPath makeInstancePath(const CIMObjectPath& asked, const CIMInstance& instance,
-                               const char* const* keys, std::size_t keyCount) {
+                               const std::vector<CIMName>& keys) {
     Array<CIMKeyBinding> bindings;
-    for (std::size_t i = 0; i < keyCount; ++i) {
-        const CIMName name(keys[i]);
+    for (const CIMName& name : keys) {
         bindings.append(
             CIMKeyBinding(name, instance.getProperty(instance.findProperty(name)).getValue()));
     }

@@ -6,6 +6,8 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Exception.h>
 
+#include <vector>
+
 #include "CimDateTimes.h"
 #include "CimText.h"
 #include "RecordClasses.h"
@@ -15,22 +17,51 @@ namespace QZ {
 // The path asked for, with these keys: properties of the instance.
 Pegasus::CIMObjectPath makeInstancePath(const Pegasus::CIMObjectPath& asked,
                                         const Pegasus::CIMInstance& instance,
-                                        const char* const* keys, std::size_t keyCount);
+                                        const std::vector<Pegasus::CIMName>& keys);
 
-// The record's instance, of the class as the client spelled it. A date that is not set is left
-// out.
+// Makes the instances of one answer, which share the names in them: checking a name takes as long
+// as all else about a property. The record class must outlive it.
+template <class Record>
+class InstanceBuilder {
+public:
+    InstanceBuilder(const RecordClass<Record>& recordClass, const Pegasus::CIMObjectPath& asked)
+        : _class(recordClass),
+          _asked(asked),
+          _keys(recordClass.keys, recordClass.keys + recordClass.keyCount) {
+        _names.reserve(recordClass.propertyCount);
+        for (const RecordProperty<Record>& property : recordClass) {
+            _names.emplace_back(property.name);
+        }
+    }
+
+    // The record's instance, of the class as the client spelled it. A date that is not set is left
+    // out.
+    Pegasus::CIMInstance build(const Record& record) const {
+        Pegasus::CIMInstance instance(_asked.getClassName());
+        auto name = _names.begin();
+        for (const RecordProperty<Record>& property : _class) {
+            const Pegasus::CIMValue value = property.get(record);
+            if (!isUnsetDate(value)) {
+                instance.addProperty(Pegasus::CIMProperty(*name, value));
+            }
+            ++name;
+        }
+        instance.setPath(makeInstancePath(_asked, instance, _keys));
+        return instance;
+    }
+
+private:
+    const RecordClass<Record>& _class;
+    const Pegasus::CIMObjectPath _asked;
+    const std::vector<Pegasus::CIMName> _keys;
+    std::vector<Pegasus::CIMName> _names;  // in the order of the properties
+};
+
+// The instance of one record alone, as InstanceBuilder makes it.
 template <class Record>
 Pegasus::CIMInstance buildInstance(const RecordClass<Record>& recordClass, const Record& record,
                                    const Pegasus::CIMObjectPath& asked) {
-    Pegasus::CIMInstance instance(asked.getClassName());
-    for (const RecordProperty<Record>& property : recordClass) {
-        const Pegasus::CIMValue value = property.get(record);
-        if (!isUnsetDate(value)) {
-            instance.addProperty(Pegasus::CIMProperty(Pegasus::CIMName(property.name), value));
-        }
-    }
-    instance.setPath(makeInstancePath(asked, instance, recordClass.keys, recordClass.keyCount));
-    return instance;
+    return InstanceBuilder<Record>(recordClass, asked).build(record);
 }
 
 // Throws CIM_ERR_INVALID_PARAMETER, naming the property, where it is a point in time on a day that

@@ -56,8 +56,9 @@ constexpr RecordClass<PartInfo> serialNumberClass = {_properties, std::size(_pro
 
 void deliverParts(const std::list<PartInfo*>& parts, const Pegasus::CIMObjectPath& classPath,
                   Pegasus::InstanceResponseHandler& handler) {
+    const InstanceBuilder<PartInfo> builder(serialNumberClass, classPath);
     for (const PartInfo* part : parts) {
-        handler.deliver(buildInstance(serialNumberClass, *part, classPath));
+        handler.deliver(builder.build(*part));
     }
 }
 
