@@ -82,12 +82,13 @@ public:
 InProcessServer::InProcessServer(Schema schema, ProviderTable::Locator locate)
     : _model(std::move(schema)),
       _handle(std::make_shared<HandleBackend>(*this)),
-      _providers(std::move(locate), _handle) {}
+      _providers(std::move(locate), _handle, ModuleBinding::Whole) {}
 
-InProcessServer::InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate)
+InProcessServer::InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate,
+                                 ModuleBinding binding)
     : _model(schemaFolder),
       _handle(std::make_shared<HandleBackend>(*this)),
-      _providers(std::move(locate), _handle) {}
+      _providers(std::move(locate), _handle, binding) {}
 
 const ProviderEntry& InProcessServer::_entryFor(const CIMObjectPath& path) const {
     const std::string nameSpace = make_string(path.getNameSpace().getString());

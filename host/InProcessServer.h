@@ -40,7 +40,8 @@ public:
     InProcessServer(Schema schema, ProviderTable::Locator locate);
     // Of the model in that folder, which is read as far as is needed. What is wrong there is thrown
     // by what needs it, as Schema::load does.
-    InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate);
+    InProcessServer(const std::string& schemaFolder, ProviderTable::Locator locate,
+                    ModuleBinding binding);
 
     const Schema& schema() override { return _model.schema(); }
 

@@ -18,7 +18,8 @@ namespace QZ {
 namespace {
 
 CommandResult _askModule(const Request& request, const Workplace& place) {
-    const std::unique_ptr<InProcessServer> server = makeModuleServer(place);
+    const std::unique_ptr<InProcessServer> server =
+        makeModuleServer(place, ModuleBinding::AsCalled);
     CommandResult result = runCommand(request, *server, say);
     if (request.command == Request::Report) {
         // The module has made what it can by now: its data folder, for example.

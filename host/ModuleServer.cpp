@@ -22,10 +22,10 @@ std::string _moduleFile(const Workplace& place, const std::string& location) {
 
 }  // namespace
 
-std::unique_ptr<InProcessServer> makeModuleServer(const Workplace& place) {
+std::unique_ptr<InProcessServer> makeModuleServer(const Workplace& place, ModuleBinding binding) {
     return std::make_unique<InProcessServer>(
         place.schemaFolder,
-        [place](const std::string& location) { return _moduleFile(place, location); });
+        [place](const std::string& location) { return _moduleFile(place, location); }, binding);
 }
 
 }  // namespace QZ

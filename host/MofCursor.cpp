@@ -45,10 +45,14 @@ MofToken MofCursor::take() {
     return std::exchange(_token, _lexer.next());
 }
 
+void MofCursor::_skip() {
+    _token = _lexer.next();
+}
+
 bool MofCursor::accept(char punctuation) {
     const bool there = at(punctuation);
     if (there) {
-        take();
+        _skip();
     }
     return there;
 }
@@ -56,7 +60,7 @@ bool MofCursor::accept(char punctuation) {
 bool MofCursor::accept(const char* keyword) {
     const bool there = at(keyword);
     if (there) {
-        take();
+        _skip();
     }
     return there;
 }

@@ -36,6 +36,8 @@ public:
     [[noreturn]] void fail(MofPosition position, const std::string& what) const;
 
 private:
+    void _skip();
+
     MofLexer _lexer;
     MofToken _token;
 };

@@ -124,7 +124,7 @@ MofToken MofLexer::next() {
         fail(token.position, "a character that MOF does not know");
     }
     token.kind = MofToken::Punctuation;
-    token.text = _take();
+    token.text.push_back(_take());
     return token;
 }
 

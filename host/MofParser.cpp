@@ -140,7 +140,7 @@ MofInstance _takeInstance(MofCursor& cursor) {
         MofAssignment assignment;
         assignment.position = cursor.position();
         assignment.name = cursor.takeName("a property's name or \"}\"");
-        if (instance.find(assignment.name.c_str())) {
+        if (instance.find(assignment.name)) {
             cursor.fail(assignment.position, "\"" + assignment.name + "\" is given twice");
         }
         cursor.expect('=');

@@ -14,7 +14,7 @@ bool NameLess::operator()(const std::string& left, const std::string& right) con
     return strcasecmp(left.c_str(), right.c_str()) < 0;
 }
 
-const MofLiteral* MofInstance::find(const char* property) const {
+const MofLiteral* MofInstance::find(const std::string& property) const {
     for (const MofAssignment& assignment : properties) {
         if (sameName(assignment.name, property)) {
             return &assignment.value;

@@ -94,7 +94,7 @@ struct MofInstance {
     MofPosition position;
 
     // The value given to a property, its name compared ignoring case; null where none is given.
-    const MofLiteral* find(const char* property) const;
+    const MofLiteral* find(const std::string& property) const;
 };
 
 struct MofDocument {

@@ -33,9 +33,10 @@ void _refuseOthers(const std::string& file) {
     }
 }
 
-void* _open(const std::string& file) {
+void* _open(const std::string& file, ModuleBinding binding) {
     _refuseOthers(file);
-    return dlopen(file.c_str(), RTLD_NOW | RTLD_GLOBAL);
+    const int when = binding == ModuleBinding::Whole ? RTLD_NOW : RTLD_LAZY;
+    return dlopen(file.c_str(), when | RTLD_GLOBAL);
 }
 
 }  // namespace
@@ -48,8 +49,8 @@ void TerminateProvider::operator()(Pegasus::CIMInstanceProvider* provider) const
     }
 }
 
-ProviderModule::ProviderModule(const std::string& file)
-    : _file(file), _library(_open(file)), _create(nullptr) {
+ProviderModule::ProviderModule(const std::string& file, ModuleBinding binding)
+    : _file(file), _library(_open(file, binding)), _create(nullptr) {
     if (!_library) {
         // The loader's text names the file.
         throw Error("Cannot load the provider module: " + _loaderError());

@@ -17,13 +17,18 @@ struct TerminateProvider {
 
 using ProviderPointer = std::unique_ptr<Pegasus::CIMInstanceProvider, TerminateProvider>;
 
+// When a module's calls are looked up: all as it is loaded, so that what it lacks is told then, or
+// each when it is made first. That takes a third of the time where one thing is asked, and ends the
+// process where something is lacking.
+enum class ModuleBinding { Whole, AsCalled };
+
 // A module's library, loaded with global symbols as a CIM server does, because the libraries that a
 // module loads resolve symbols from it. Unloaded with this object, which must outlive its
 // providers. Used by one thread at a time.
 class ProviderModule {
 public:
     // Throws Error where the library cannot be loaded or is no provider module.
-    explicit ProviderModule(const std::string& file);
+    explicit ProviderModule(const std::string& file, ModuleBinding binding = ModuleBinding::Whole);
     ~ProviderModule();
     ProviderModule(const ProviderModule&) = delete;
     ProviderModule& operator=(const ProviderModule&) = delete;

@@ -6,8 +6,8 @@
 
 namespace QZ {
 
-ProviderTable::ProviderTable(Locator locate, Pegasus::CIMOMHandle& handle)
-    : _locate(std::move(locate)), _handle(handle) {}
+ProviderTable::ProviderTable(Locator locate, Pegasus::CIMOMHandle& handle, ModuleBinding binding)
+    : _locate(std::move(locate)), _handle(handle), _binding(binding) {}
 
 Pegasus::CIMInstanceProvider& ProviderTable::get(const ProviderEntry& entry) {
     const std::lock_guard<std::recursive_mutex> lock(_mutex);
@@ -24,7 +24,7 @@ ProviderModule& ProviderTable::_module(const ProviderEntry& entry) {
     const std::string file = _locate(entry.location);
     auto& module = _modules[file];
     if (!module) {
-        module = std::make_unique<ProviderModule>(file);
+        module = std::make_unique<ProviderModule>(file, _binding);
     }
     return *module;
 }

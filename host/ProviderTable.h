@@ -25,7 +25,7 @@ public:
     using Locator = std::function<std::string(const std::string& location)>;
 
     // The handle is what the providers are initialized with; it must outlive the table.
-    ProviderTable(Locator locate, Pegasus::CIMOMHandle& handle);
+    ProviderTable(Locator locate, Pegasus::CIMOMHandle& handle, ModuleBinding binding);
 
     // Valid as long as the table. Throws as ProviderModule does; the next call then tries again.
     Pegasus::CIMInstanceProvider& get(const ProviderEntry& entry);
@@ -35,6 +35,7 @@ private:
 
     Locator _locate;
     Pegasus::CIMOMHandle& _handle;
+    const ModuleBinding _binding;
     // A provider may ask the server, and so this table, while it is initialized.
     std::recursive_mutex _mutex;
     std::map<std::string, std::unique_ptr<ProviderModule>> _modules;            // by file

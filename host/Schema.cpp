@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "Schema.h"
 
-#include <cstring>
+#include <strings.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 #include "MofParser.h"
@@ -37,6 +38,20 @@ std::vector<std::string> _mofFilesIfAny(const std::string& folder, const char* i
     std::error_code error;
     const bool isMissing = !std::filesystem::exists(path, error) && !error;
     return isMissing ? std::vector<std::string>() : _mofFiles(path);
+}
+
+// Whether a text names a class of the registration. Its underscore is quicker to find than a name
+// whose case does not matter.
+bool _namesRegistration(const std::string& text) {
+    constexpr std::string_view name = "PG_Provider";
+    constexpr std::size_t underscore = name.find('_');
+    for (std::size_t at = text.find('_', underscore); at != std::string::npos;
+         at = text.find('_', at + 1)) {
+        if (strncasecmp(text.c_str() + at - underscore, name.data(), name.size()) == 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // As _mofFiles, at least one.
@@ -72,7 +87,7 @@ Registration Schema::loadRegistration(const std::string& folder) {
     Registration registration;
     for (const std::string& file : _modelFiles(folder)) {
         const std::string text = readMofFile(file);
-        if (strcasestr(text.c_str(), "PG_Provider")) {
+        if (_namesRegistration(text)) {
             registration.add(parseMof(text, file));
         }
     }

@@ -17,6 +17,9 @@ namespace {
 // The width up to which instances stand in lines, one below the other.
 constexpr std::size_t _lineWidth = 120;
 
+// Between a property's name and its value.
+constexpr std::size_t _gap = 2;
+
 std::string _nameOf(const CIMConstProperty& property) {
     return make_string(property.getName().getString());
 }
@@ -27,6 +30,7 @@ std::string _textOf(const CIMConstProperty& property) {
 
 std::vector<std::string> _names(const CIMInstance& instance) {
     std::vector<std::string> names;
+    names.reserve(instance.getPropertyCount());
     for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
         names.push_back(_nameOf(instance.getProperty(i)));
     }
@@ -35,6 +39,7 @@ std::vector<std::string> _names(const CIMInstance& instance) {
 
 std::vector<std::string> _texts(const CIMInstance& instance) {
     std::vector<std::string> texts;
+    texts.reserve(instance.getPropertyCount());
     for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
         texts.push_back(_textOf(instance.getProperty(i)));
     }
@@ -55,18 +60,56 @@ bool _hasShapeOf(const CIMInstance& instance, const CIMInstance& model) {
     return true;
 }
 
-bool _sameShape(const std::vector<CIMInstance>& list) {
-    return std::all_of(list.begin(), list.end(), [&](const CIMInstance& instance) {
-        return _hasShapeOf(instance, list.front());
-    });
+// In lines, as a table; empty where that would be too wide or their properties are
+// not the same.
+std::string _lines(const std::vector<CIMInstance>& list) {
+    TextTable table(_names(list.front()));
+    for (const CIMInstance& instance : list) {
+        if (table.getWidth() > _lineWidth || !_hasShapeOf(instance, list.front())) {
+            return "";
+        }
+        table.addRow(_texts(instance));
+    }
+    return table.getWidth() > _lineWidth ? "" : table.toString();
 }
 
-std::string _block(const CIMInstance& instance) {
-    TextTable table({"", ""});
-    for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-        table.addRow({_nameOf(instance.getProperty(i)), _textOf(instance.getProperty(i))});
+// The names of an instance's properties, visible and filled up with blanks to the column of the
+// values.
+std::vector<std::string> _labels(const CIMInstance& instance) {
+    std::vector<std::string> labels = _names(instance);
+    std::size_t width = 0;
+    for (std::string& label : labels) {
+        label = visibleText(label);
+        width = std::max(width, textWidth(label));
     }
-    return visibleText(make_string(instance.getClassName().getString())) + "\n" + table.toString();
+    for (std::string& label : labels) {
+        label.append(width - textWidth(label) + _gap, ' ');
+    }
+    return labels;
+}
+
+// One below the other: the class, and a line for each property. Not by a table, which would hold in
+// memory what is written line after line.
+std::string _blocks(const std::vector<CIMInstance>& list) {
+    std::string text;
+    std::vector<std::string> labels;
+    const CIMInstance* last = nullptr;
+    for (const CIMInstance& instance : list) {
+        if (!last || !_hasShapeOf(instance, *last)) {
+            labels = _labels(instance);
+        }
+        last = &instance;
+        text += text.empty() ? "" : "\n";
+        appendVisibleText(text, make_string(instance.getClassName().getString()));
+        text += '\n';
+        for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
+            text += labels[i];
+            appendVisibleText(text, _textOf(instance.getProperty(i)));
+            text.erase(text.find_last_not_of(' ') + 1);
+            text += '\n';
+        }
+    }
+    return text;
 }
 
 std::string _keys(const ClassDeclaration& declared) {
@@ -85,22 +128,8 @@ std::string TableOutput::instances(const std::vector<CIMInstance>& list) const {
     if (list.empty()) {
         return "";
     }
-    if (_sameShape(list)) {
-        TextTable table(_names(list.front()));
-        auto instance = list.begin();
-        while (instance != list.end() && table.getWidth() <= _lineWidth) {
-            table.addRow(_texts(*instance++));
-        }
-        if (table.getWidth() <= _lineWidth) {
-            return table.toString();
-        }
-    }
-    std::string text;
-    for (const CIMInstance& instance : list) {
-        text += text.empty() ? "" : "\n";
-        text += _block(instance);
-    }
-    return text;
+    const std::string lines = _lines(list);
+    return lines.empty() ? _blocks(list) : lines;
 }
 
 std::string TableOutput::names(const std::vector<CIMObjectPath>& list) const {

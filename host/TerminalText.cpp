@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "TerminalText.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 
@@ -15,6 +14,13 @@ namespace {
 // What is written as it is and is the same in UTF-8.
 bool _isPlain(char c) {
     return c >= 0x20 && c < 0x7F;
+}
+
+const char* _plainEnd(const char* at, const char* end) {
+    while (at != end && _isPlain(*at)) {
+        ++at;
+    }
+    return at;
 }
 
 bool _changesDirection(std::uint32_t c) {
@@ -41,29 +47,33 @@ void _appendVisible(std::string& result, std::uint32_t c) {
 
 }  // namespace
 
-std::string visibleText(const std::string& text) {
-    std::string result;
-    result.reserve(text.size());
+void appendVisibleText(std::string& line, const std::string& text) {
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
-        const char* const plain = std::find_if_not(at, end, _isPlain);
+        const char* const plain = _plainEnd(at, end);
         if (plain != at) {
-            result.append(at, plain);
+            line.append(at, plain);
             at = plain;
             continue;
         }
         std::uint32_t c = 0;
         if (decodeUtf8(at, end, c)) {
-            _appendVisible(result, c);
+            _appendVisible(line, c);
         } else {
             char buffer[8];
             (void)std::snprintf(buffer, sizeof buffer, "\\x%02X",
                                 unsigned(static_cast<unsigned char>(*at)));
-            result += buffer;
+            line += buffer;
             ++at;
         }
     }
+}
+
+std::string visibleText(const std::string& text) {
+    std::string result;
+    result.reserve(text.size());
+    appendVisibleText(result, text);
     return result;
 }
 

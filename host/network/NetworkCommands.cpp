@@ -23,7 +23,7 @@ namespace QZ {
 namespace {
 
 ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& output) {
-    return serve(request.serve, [&place] { return makeModuleServer(place); },
+    return serve(request.serve, [&place] { return makeModuleServer(place, ModuleBinding::Whole); },
                  {[&output](const std::string& line) { output.write(line + "\n"); }, say,
                   [](const std::string& line) { std::cerr << line + "\n"; }});
 }
@@ -72,7 +72,8 @@ int carryOutOverNetwork(const Request& request) {
         case Request::Serve:
             return _serve(request, place, output);
         case Request::Watch: {
-            const std::unique_ptr<InProcessServer> server = makeModuleServer(place);
+            const std::unique_ptr<InProcessServer> server =
+                makeModuleServer(place, ModuleBinding::Whole);
             ModuleAlerts alerts(*server);
             return _watch(request, alerts, server->schema(), start, output);
         }

@@ -40,11 +40,13 @@ TEST(NetworkProgram, KeepsItsLibrariesFromTheCommand) {
     }
 }
 
-// It is looked for beside the folder of the command, which is alone here.
+// It is looked for beside the folder of the command, which has its libraries alone here.
 TEST(NetworkProgram, IsNamedWhereItIsMissing) {
     const TemporaryFolder folder;
+    const std::filesystem::path built = std::filesystem::path(TAVQZ_COMMAND).parent_path();
     std::filesystem::create_directory(folder.file("bin"));
     std::filesystem::copy_file(TAVQZ_COMMAND, folder.file("bin/tavqz"));
+    std::filesystem::create_directory_symlink(built.parent_path() / "lib", folder.file("lib"));
     const CommandRun run =
         CommandProcess({"serve", "--port", "0"}, -1, folder.file("bin/tavqz")).wait();
     EXPECT_EQ(run.status, 1);
