@@ -103,10 +103,31 @@ ServeKey _count(const char* name, const char* type, const char* description,
     return key;
 }
 
-ServeKey _time(const char* name, const char* description, Place<std::chrono::seconds> place) {
-    ServeKey key = _numberKey(name, "SECONDS", description, place, 1, LONGEST_TIME);
+// Seconds, with up to three digits behind a point.
+std::chrono::milliseconds _milliseconds(const std::string& value) {
+    const std::size_t point = std::min(value.find('.'), value.size());
+    const std::string parts = value.substr(std::min(point + 1, value.size()));
+    const bool isWhole = point == value.size();
+    try {
+        const std::size_t digits = isWhole ? 3 : _number(std::to_string(parts.size()), 1, 3);
+        std::size_t part = isWhole ? 0 : _number(parts, 0, 999);
+        for (std::size_t i = digits; i < 3; ++i) {
+            part *= 10;
+        }
+        const std::size_t all = 1000 * _number(value.substr(0, point), 0, LONGEST_TIME) + part;
+        return std::chrono::milliseconds(_number(std::to_string(all), 1, 1000 * LONGEST_TIME));
+    } catch (const UsageError&) {
+        throw UsageError("seconds from 0.001 to " + std::to_string(LONGEST_TIME) + " are expected");
+    }
+}
+
+ServeKey _time(const char* name, const char* description, Place<std::chrono::milliseconds> place) {
+    ServeKey key{name, ServeKey::Text, "SECONDS", description};
+    key.take = [place](ServeRequest& request, const std::string& value) {
+        place(request) = _milliseconds(value);
+    };
     ServeRequest standard;
-    key.standard = std::to_string(place(standard).count());
+    key.standard = std::to_string(place(standard).count() / 1000);
     return key;
 }
 

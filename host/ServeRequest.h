@@ -22,12 +22,12 @@ struct AccessRequest {
 
 // What it is told to bear.
 struct ServeLimits {
-    std::chrono::seconds idle{60};
-    std::chrono::seconds header{10};
-    std::chrono::seconds body{30};
-    std::chrono::seconds answer{60};
-    std::chrono::seconds sending{30};
-    std::chrono::seconds stop{10};
+    std::chrono::milliseconds idle{60'000};
+    std::chrono::milliseconds header{10'000};
+    std::chrono::milliseconds body{30'000};
+    std::chrono::milliseconds answer{60'000};
+    std::chrono::milliseconds sending{30'000};
+    std::chrono::milliseconds stop{10'000};
     std::size_t headerBytes = std::size_t(16) << 10;
     std::size_t bodyBytes = std::size_t(4) << 20;
     std::size_t xmlDepth = 64;

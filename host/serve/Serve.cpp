@@ -12,8 +12,8 @@
 #include "Listeners.h"
 #include "MachinePaths.h"
 #include "Readiness.h"
-#include "RequestLog.h"
 #include "RequestHandler.h"
+#include "RequestLog.h"
 #include "ServeConfig.h"
 #include "ServeKeys.h"
 #include "ServeLog.h"
@@ -50,7 +50,7 @@ RequestHandler::Limits _cimLimits(const ServeLimits& given) {
     limits.xml.nodes = given.xmlNodes;
     limits.pulls.contexts = given.enumerations;
     limits.pulls.allObjects = given.enumeratedObjects;
-    limits.answer = given.answer;
+    limits.answer = std::chrono::ceil<std::chrono::seconds>(given.answer);
     return limits;
 }
 

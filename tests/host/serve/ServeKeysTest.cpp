@@ -54,7 +54,7 @@ TEST(ServeKeys, SetEachLimit) {
         std::set<std::string> changed;
         const auto note = [&](const char* member, auto left, auto right) {
             if (left != right) {
-                EXPECT_EQ(7, left.count());
+                EXPECT_EQ(std::chrono::seconds(7), left);
                 changed.insert(member);
             }
         };
@@ -108,12 +108,25 @@ TEST(ServeKeys, HaveTheLimitsThatTheServerHas) {
 }
 
 TEST(ServeKeys, RefuseWhatIsNoNumberInRange) {
-    for (const char* wrong : {"", "0", "-1", "+1", "1.5", "1 ", "0x10", "86401", "99999999999"}) {
-        EXPECT_THROW((void)with("body-time", wrong), UsageError) << wrong;
+    for (const char* wrong : {"", "0", "-1", "+1", "1.5", "1 ", "0x10", "1000001", "99999999999"}) {
+        EXPECT_THROW((void)with("connections", wrong), UsageError) << wrong;
     }
     EXPECT_EQ("a number from 0 to 65535 is expected", refusal({{"port", {"65536"}}}));
     EXPECT_EQ(0U, with("port", "0").port);
     EXPECT_EQ(65535U, with("port", "65535").port);
+}
+
+TEST(ServeKeys, TakeTimesInSecondsAndPartsOfThem) {
+    const auto time = [](const char* value) { return with("body-time", value).limits.body; };
+    EXPECT_EQ(std::chrono::milliseconds(1), time("0.001"));
+    EXPECT_EQ(std::chrono::milliseconds(1500), time("1.5"));
+    EXPECT_EQ(std::chrono::milliseconds(2050), time("2.05"));
+    EXPECT_EQ(std::chrono::hours(24), time("86400"));
+    for (const char* wrong : {"", "0", "0.000", ".5", "1.", "1.5555", "1.5 ", "-1", "1,5", "1.-5",
+                              "86401", "86400.001", "1.5.5"}) {
+        EXPECT_THROW((void)time(wrong), UsageError) << wrong;
+    }
+    EXPECT_EQ("seconds from 0.001 to 86400 are expected", refusal({{"body-time", {"soon"}}}));
 }
 
 TEST(ServeKeys, TakeSwitchesAndWords) {

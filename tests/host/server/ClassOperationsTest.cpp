@@ -90,7 +90,7 @@ TEST_F(ClassOperations, LetAClientFindTheServerInTheInteropNamespace) {
     EXPECT_EQ(profiles.values.size(), 1U);
     const auto capabilities = server.call(
         "EnumerateInstances", Caller::className("PG_ProviderCapabilities"), "root/interop");
-    EXPECT_EQ(capabilities.values.size(), 17U);
+    EXPECT_EQ(capabilities.values.size(), 18U);
     const auto one =
         server.call("GetInstance",
                     Caller::instanceName(Caller::named("PG_ProviderModule", "Name", "TestModule")),
