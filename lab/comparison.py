@@ -69,7 +69,8 @@ def peer_cell(part, peer, knows):
             other = [theirs for ours, theirs in zip(texts_of(part), texts_of(known))
                      if ours and theirs is not None and theirs.strip(" .\t") != ours]
             return ", ".join(other) or SAME
-    return "missing" if part.tag.rstrip("0123456789") in knows else UNKNOWN
+    is_known = part.serial and part.tag.rstrip("0123456789") in knows
+    return "missing" if is_known else UNKNOWN
 
 
 def part_rows(found, peers):
@@ -92,6 +93,26 @@ def part_rows(found, peers):
     for other in rest:
         cells = (", ".join(texts_of(other)), *[UNKNOWN] * len(peers))
         yield Row(other.tag, "nothing", cells, False)
+
+
+def same_row(name, expected, instances):
+    """The same parts, asked in another way."""
+    agrees = tavqz_parts(instances) == expected
+    return value_row(name, f"{len(expected)} parts",
+                     f"{len(expected)} parts" if agrees else "others", None, None)
+
+
+def sanitized_row(found, instances):
+    """The same parts with other serial numbers, but for those that say nothing."""
+    told = [part for part in found if len(part.serial) > 2]
+    others = {part.tag: part for part in tavqz_parts(instances)}
+    kept = [part.tag for part in told
+            if part.tag not in others or others[part.tag].serial in ("", part.serial)
+            or others[part.tag].manufacturer != part.manufacturer]
+    expected = f"{len(told)} of {len(found)} with another serial number"
+    agrees = not kept and len(others) == len(found)
+    return value_row("sanitized", expected, expected if agrees else f"not {', '.join(kept)}", None,
+                     None)
 
 
 def order_row(found):

@@ -26,6 +26,14 @@ LIBRARIES = ["libc6", "libgcc-s1", "libstdc++6", "libtinfo6", "libgcrypt20", "li
              "libpci3", "libudev1", "zlib1g"]
 
 
+# What is built here and runs inside.
+PROGRAMS = ["bin/tavqz", "libexec/tavqz", "lib/libAssetIDProvider.so",
+            "lib/libTavqzRaidProvider.so", "lib/libtav_shrdevice.so"]
+
+# Images of earlier states that are kept: others may use them at the moment.
+KEPT = 2
+
+
 class Libraries:
     """Finds the shared libraries of programs in folders, the first one that has it."""
 
@@ -111,6 +119,23 @@ def library_folders(packages, architecture, base):
     return (own if packages.is_native else []) + [base / "lib"]
 
 
+def slimmed(build, folder):
+    """A copy of what is built here without what helps to debug it: that is many times what the
+    machine has memory for."""
+    for file in [*PROGRAMS, *(f"lib/{path.name}" for path in (build / "lib").glob("*.so*"))]:
+        (folder / file).parent.mkdir(exist_ok=True)
+        run("strip", "--strip-debug", "-o", folder / file, build / file)
+    return folder
+
+
+def forget(architecture):
+    """Removes what was made for earlier states of this file."""
+    made = sorted(CACHE.glob(f"linux-image-*-{architecture.name}-*"),
+                  key=lambda path: path.stat().st_mtime)
+    for old in made[:-1 - KEPT]:
+        shutil.rmtree(old, ignore_errors=True)
+
+
 class Image:
     """The kernel and the file system, but for what is built here. Made once for each kernel and
     state of this file; what was made before does where Debian's archive is out of reach."""
@@ -129,6 +154,7 @@ class Image:
             self._folder = CACHE / f"{newest[0]}-{state}"
             if not self._folder.exists():
                 prepare(self._packages, architecture, newest[0], self._folder)
+                forget(architecture)
         except Unavailable:
             made = sorted(CACHE.glob(f"linux-image-*-{state}"))
             if not made:
@@ -139,15 +165,18 @@ class Image:
     def file_system(self, build, source, settings):
         """With our command, module and model as they were built, and the guest's settings: files by
         their names."""
-        if not (build / "bin/tavqz").exists():
-            raise Unavailable(f"{build / 'bin/tavqz'}: not built")
-        libraries = Libraries(self._architecture,
-                              [build / "lib", *library_folders(self._packages, self._architecture,
-                                                               self._folder)])
+        for file in PROGRAMS:
+            if not (build / file).exists():
+                raise Unavailable(f"{build / file}: not built")
         archive = Archive()
-        for file in ("bin/tavqz", "libexec/tavqz", "lib/libAssetIDProvider.so",
-                     "lib/libTavqzRaidProvider.so", "lib/libtav_shrdevice.so"):
-            libraries.add_program(archive, f"opt/tavqz/{file}", build / file)
+        with tempfile.TemporaryDirectory() as temporary:
+            slim = slimmed(build, pathlib.Path(temporary))
+            libraries = Libraries(self._architecture,
+                                  [slim / "lib", *library_folders(self._packages,
+                                                                  self._architecture,
+                                                                  self._folder)])
+            for file in PROGRAMS:
+                libraries.add_program(archive, f"opt/tavqz/{file}", slim / file)
         archive.add_tree("opt/tavqz/share/tavqz", build / "share/tavqz")
         archive.add("etc/machine-id", b"5f3a9c1e7d2b4860a1b2c3d4e5f60718\n")
         archive.add("init", (source / "lab/guest-init").read_bytes(), 0o755)

@@ -61,7 +61,7 @@ CLASSES = {
     "TAVIRA_FRU": 4,
     "TAVIRA_Lease": 1,
     "TAVIRA_Warranty": 1,
-    "TAVIRA_SerialNumberInformation": 19,
+    "TAVIRA_SerialNumberInformation": 21,
     "TAVIRA_VigilComponentVPD": 2,
     "TAVIRA_VigilMachineLevelVPD": 1,
     "TAVIRA_VigilManagementProcessorVPD": 1,
@@ -95,7 +95,11 @@ DISKS = [
     # The emulation has room for 36 characters.
     Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "Long", "serial": "0123456789" * 4},
          Part("SCSIDevice", "EXAMPLE", "Long", "012345678901234567890123456789012345")),
-    # No page 80h, and a page with a character beyond ASCII.
+    Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "Short", "serial": "7"},
+         Part("SCSIDevice", "EXAMPLE", "Short", "7")),
+    Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "Empty", "serial": ""},
+         Part("SCSIDevice", "EXAMPLE", "Empty")),
+    # No page 80h, and one with a character beyond ASCII.
     Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "No serial"}),
     Disk("scsi-hd", {"vendor": "EXAMPLE", "product": "Latin-1", "serial": "caf\udce9"}),
     # Seen through the kernel's translation of ATA to SCSI.
@@ -255,6 +259,22 @@ def preparation():
 def expected_parts():
     """All parts in the order of the list; the disks' order among themselves is the kernel's."""
     return FIRMWARE_PARTS + [PROCESSOR] + DISPLAY + [disk.seen for disk in DISKS if disk.seen]
+
+
+def without_display(found):
+    return [part for part in found if part not in DISPLAY]
+
+
+def without_firmware(found):
+    """A system is listed all the same."""
+    return [Part("System")] + [part for part in found if part not in FIRMWARE_PARTS]
+
+
+def secrets():
+    """What must not be read in a record of the machine that is given away; those that a shell takes
+    as they are."""
+    serials = [part.serial for part in expected_parts()]
+    return [serial for serial in serials if len(serial) > 2 and serial.replace("-", "").isalnum()]
 
 
 def firmware_structures():

@@ -13,6 +13,9 @@ from debian import Unavailable
 
 MEGABYTE = 1 << 20
 
+# Of the console of a guest that failed.
+LAST_LINES = 15
+
 
 def quoted(value):
     """In a list of options a comma ends a value; two are one comma."""
@@ -116,6 +119,7 @@ class VirtualServer:
 
     def __init__(self, architecture, folder, kernel, initrd, timeout):
         self.port = free_port()
+        self._folder = folder
         self._answers = folder / "answers"
         with self._answers.open("wb") as file:
             file.truncate(16 * MEGABYTE)
@@ -147,14 +151,24 @@ class VirtualServer:
             self._console.flush()
             if line.startswith(b"guest: serving"):
                 return
-        raise RuntimeError("the guest did not serve: " + (self._collect().text("serve.err").strip()
-                                                          or "it ended, or was too slow"))
+        raise RuntimeError("the guest did not serve: " + (self._said() or self._last_words()))
 
     def power_off(self):
         """Has it pack its answers and end; these."""
         rest, _ = self._emulator.communicate(b"done\n")
         self._console.write(rest)
         return self._collect()
+
+    def _said(self):
+        try:
+            return self._collect().text("serve.err").strip()
+        except RuntimeError:
+            return ""
+
+    def _last_words(self):
+        console = (self._folder / "console").read_text(errors="replace").splitlines()
+        return "\n".join(["it ended, or was too slow, with this on its console:",
+                          *console[-LAST_LINES:]])
 
     def _collect(self):
         try:
