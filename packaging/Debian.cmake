@@ -19,6 +19,7 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/share" DESTINATION ${home})
 install(FILES debian/tavqz.service DESTINATION /lib/systemd/system)
 install(FILES debian/60-tavqz.rules DESTINATION /lib/udev/rules.d)
 install(FILES debian/pam DESTINATION /etc/pam.d RENAME tavqz)
+install(FILES debian/serve.conf DESTINATION /etc/tavqz)
 install(FILES debian/copyright DESTINATION share/doc/tavqz)
 installed_gzip("${CMAKE_CURRENT_SOURCE_DIR}/debian/changelog" share/doc/tavqz)
 

@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <set>
+
+#include "BuildPaths.h"
 #include "CommandLine.h"
+#include "ServeKeys.h"
 #include "TemporaryFolder.h"
 
 namespace QZ {
@@ -58,6 +63,35 @@ TEST(ServeConfig, SaysWhyAFileCannotBeRead) {
     EXPECT_THROW((void)readServeValues(arguments), Error);
     arguments.configFile = folder.path();
     EXPECT_THROW((void)readServeValues(arguments), Error);
+}
+
+// The file that is installed: "#port = 5988" is a key with its standard value.
+TEST(ShippedConfig, HasEveryKeyWithItsStandardValue) {
+    std::ifstream file(TAVQZ_SOURCE_DIR "/packaging/debian/serve.conf");
+    std::set<std::string> left;
+    for (const ServeKey& key : serveKeys()) {
+        left.insert(key.name);
+    }
+    for (std::string line; std::getline(file, line);) {
+        const bool isKey = !line.empty() && line.find("# ") != 0 && line != "#";
+        if (!isKey) {
+            continue;
+        }
+        const bool isStandard = line[0] == '#';
+        for (const auto& [name, values] : parseServeConfig(line.substr(isStandard ? 1 : 0), "/a")) {
+            left.erase(name);
+            const std::string& standard = findServeKey(name)->standard;
+            EXPECT_TRUE(!isStandard || standard.empty() || standard == values.front()) << line;
+        }
+    }
+    EXPECT_EQ(std::set<std::string>{}, left);
+}
+
+TEST(ShippedConfig, LetsTheUserOfTheInstallationIn) {
+    ServeArguments arguments;
+    arguments.configFile = TAVQZ_SOURCE_DIR "/packaging/debian/serve.conf";
+    EXPECT_EQ((ServeValues{{"password-file", {"/etc/tavqz/password"}}}),
+              readServeValues(arguments));
 }
 
 }  // namespace
