@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "IdeProbe.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "FileContent.h"
@@ -11,9 +10,6 @@
 
 namespace QZ {
 namespace {
-
-// The kernel prints 256 words of four digits, eight to a line.
-constexpr std::size_t _largestFile = 65536;
 
 // What is looked at of the file, and how much of it there must be for both texts.
 constexpr std::size_t _lookedAt = 512;
@@ -67,11 +63,10 @@ int decodeIdentify(const std::string& text, char* out, int max) {
 }
 
 int readIdentify(char drive, char* out, int max) {
-    FileContent file = readWholeFile(MachinePaths::ideIdentify(drive), _largestFile);
+    const FileContent file = readFileStart(MachinePaths::ideIdentify(drive), _lookedAt);
     if (file.text.size() < _needed || max < 1) {
         return 0;
     }
-    file.text.resize(std::min(file.text.size(), _lookedAt));
     return decodeIdentify(file.text, out, max);
 }
 

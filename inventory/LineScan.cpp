@@ -14,6 +14,14 @@ bool _isWhiteSpace(char character) {
 
 }  // namespace
 
+FileContent readLines(const std::string& path, std::size_t limit) {
+    FileContent content = readFileStart(path, limit + 1);
+    if (content.text.size() > limit) {
+        content.text.erase(content.text.rfind('\n', limit - 1) + 1);
+    }
+    return content;
+}
+
 bool takeLine(const std::string& text, std::size_t& offset, std::string& line) {
     if (offset >= text.size()) {
         return false;

@@ -2,9 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 
+#include "FileContent.h"
+
 namespace QZ {
+
+// What there is to read of a file of lines: those that are whole within its first `limit` bytes,
+// for half a line says something else.
+FileContent readLines(const std::string& path, std::size_t limit);
 
 // Takes the line that starts at `offset` of a text, without its line end, and moves `offset`
 // behind it. False at the end of the text.

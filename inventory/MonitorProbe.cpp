@@ -2,16 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "MonitorProbe.h"
 
-#include <algorithm>
-
-#include "FileContent.h"
 #include "LineScan.h"
 #include "MachinePaths.h"
 
 namespace QZ {
 namespace {
 
-constexpr std::size_t _largestFile = std::size_t{1} << 20;
+constexpr std::size_t _lookedAt = std::size_t{1} << 20;
 constexpr std::size_t _longestValue = 255;
 
 // An entry of a section, and the text that it gives.
@@ -49,9 +46,9 @@ void _takeSection(const std::string& text, std::size_t& offset, const Entry (&en
     while (takeLine(text, offset, line) && line != "EndSection") {
         for (const Entry& entry : entries) {
             if (scanValue(line, entry.format, value)) {
-                value.resize(std::min(value.size(), _longestValue));
+                // All of it is tested, also what is cut off.
                 if (_isName(value)) {
-                    info.*entry.value = value;
+                    info.*entry.value = value.substr(0, _longestValue);
                 }
             }
         }
@@ -72,7 +69,7 @@ void decodeXServerConfiguration(const std::string& text, MonitorInfo& info) {
 }
 
 int getMonitorInfo(MonitorInfo& info) {
-    const FileContent file = readWholeFile(MachinePaths::xServerConfiguration(), _largestFile);
+    const FileContent file = readLines(MachinePaths::xServerConfiguration(), _lookedAt);
     if (file.state != FileContent::Read) {
         return 0;
     }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "ProcessorProbe.h"
 
-#include "FileContent.h"
 #include "LineScan.h"
 #include "MachinePaths.h"
 
@@ -10,7 +9,7 @@ namespace QZ {
 namespace {
 
 // A processor takes about 1.5 KiB.
-constexpr std::size_t _largestFile = std::size_t{16} << 20;
+constexpr std::size_t _lookedAt = std::size_t{16} << 20;
 
 // Scans the line that starts with the name as written here: the format's own blank would take any
 // white space, and none.
@@ -29,7 +28,7 @@ void decodeCPUInfo(const std::string& text, CPUInfo& info) {
 }
 
 int getCPUInfo(CPUInfo& info) {
-    const FileContent file = readWholeFile(MachinePaths::cpuInfo(), _largestFile);
+    const FileContent file = readLines(MachinePaths::cpuInfo(), _lookedAt);
     if (file.state != FileContent::Read) {
         return 0;
     }

@@ -24,7 +24,8 @@ FileContent stateOf(FileContent::State state, int error = 0) {
 }
 
 // Reads until the end of the file: the files of /sys and /proc announce sizes that are not theirs.
-FileContent readToEnd(int descriptor, std::uint64_t announced, std::size_t limit) {
+// One byte beyond the limit tells of what follows.
+FileContent readUpTo(int descriptor, std::uint64_t announced, std::size_t limit) {
     FileContent content;
     content.state = FileContent::Read;
     std::string& text = content.text;
@@ -39,21 +40,22 @@ FileContent readToEnd(int descriptor, std::uint64_t announced, std::size_t limit
         if (got == 0)
             break;
         used += static_cast<std::size_t>(got);
-        if (used > limit)
-            return stateOf(FileContent::TooLarge);
+        if (used > limit) {
+            content.state = FileContent::TooLarge;
+            break;
+        }
         // The buffer had room for more: a file that ends where it announced has ended.
         if (used == announced)
             break;
         if (used == text.size())
             text.resize(std::min(std::max<std::size_t>(2 * used, 4096), limit + 1));
     }
-    text.resize(used);
+    text.resize(std::min(used, limit));
     return content;
 }
 
-}  // namespace
-
-FileContent readWholeFile(const std::string& path, std::size_t limit) {
+// The start of a file; TooLarge, with that much of it, where there is more.
+FileContent readStart(const std::string& path, std::size_t limit) {
     // Without O_NONBLOCK, opening a pipe would wait for its other end.
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.isOpen()) {
@@ -68,8 +70,22 @@ FileContent readWholeFile(const std::string& path, std::size_t limit) {
         return stateOf(FileContent::Unreadable, errno);
     if (!S_ISREG(status.st_mode))
         return stateOf(FileContent::NotRegular);
-    FileContent content = readToEnd(file.get(), static_cast<std::uint64_t>(status.st_size), limit);
+    FileContent content = readUpTo(file.get(), static_cast<std::uint64_t>(status.st_size), limit);
     content.status = status;
+    return content;
+}
+
+}  // namespace
+
+FileContent readWholeFile(const std::string& path, std::size_t limit) {
+    FileContent content = readStart(path, limit);
+    return content.state == FileContent::TooLarge ? stateOf(FileContent::TooLarge) : content;
+}
+
+FileContent readFileStart(const std::string& path, std::size_t length) {
+    FileContent content = readStart(path, length);
+    if (content.state == FileContent::TooLarge)
+        content.state = FileContent::Read;
     return content;
 }
 

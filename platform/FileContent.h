@@ -21,13 +21,16 @@ struct FileContent {
 
     State state = Missing;
     int error = 0;          // errno, when Unreadable or Missing
-    std::string text;       // the whole file when Read, else empty
+    std::string text;       // what was asked for of the file when Read, else empty
     struct stat status {};  // when Read
 };
 
 // Reads a whole file of at most `limit` bytes; also one whose size the kernel does not tell. Never
 // throws for what it finds on disk.
 FileContent readWholeFile(const std::string& path, std::size_t limit);
+
+// The same of a file's first `length` bytes, whatever follows them.
+FileContent readFileStart(const std::string& path, std::size_t length);
 
 // Whether the path still names the file that was Read, and nobody wrote to it since, as far as its
 // times tell.

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "IdeProbe.h"
 
+#include <atomic>
+#include <functional>
+#include <thread>
+
 #include "DeviceParts.h"
 #include "InventoryMachine.h"
 
@@ -112,6 +116,38 @@ TEST_F(IdeProbe, LooksAtTheFirst512CharactersOnly) {
     writeDrive('a', std::string(508, ' ') + "4142" + "4344");
     ASSERT_EQ(readIdentify('a', bytes, sizeof bytes), 2);
     EXPECT_STREQ(bytes, "AB");
+}
+
+TEST_F(IdeProbe, TakesADriveWhoseFileIsLargerThanAnyKernelMakes) {
+    writeDrive('a', IdentifyBuilder::drive("EXAMPLE", "LONG").build() + std::string(1 << 20, ' '));
+    const std::vector<IDEInfo> drives = probe();
+    ASSERT_EQ(drives.size(), 1U);
+    EXPECT_EQ(drives[0].serialNumber, std::string(16, ' ') + "LONG");
+}
+
+// The second drive's texts are the first one's, for it sends none of its own.
+TEST_F(IdeProbe, LendsItsBufferToOneThreadAtATime) {
+    constexpr int rounds = 300;
+    const std::string shortAnswer = std::string(10, '2') + std::string(400, ' ');
+    for (char letter = 'a'; letter <= 'z'; ++letter) {
+        const std::string serial = std::string(16, letter) + "9999";
+        writeDrive(letter, letter % 2 != 0 ? IdentifyBuilder::drive("EXAMPLE", serial).build()
+                                           : shortAnswer);
+    }
+    const auto count = [](std::atomic<int>& mixed) {
+        for (int round = 0; round < rounds; ++round) {
+            const std::vector<IDEInfo> drives = probe();
+            for (std::size_t i = 0; i < drives.size(); ++i) {
+                const auto letter = static_cast<char>('a' + i - i % 2);
+                mixed += drives[i].serialNumber != std::string(16, letter) + "9999" ? 1 : 0;
+            }
+        }
+    };
+    std::atomic<int> mixed{0};
+    std::thread other(count, std::ref(mixed));
+    count(mixed);
+    other.join();
+    EXPECT_EQ(mixed, 0);
 }
 
 TEST_F(IdeProbe, StopsAtTheSizeOfTheBuffer) {

@@ -101,6 +101,23 @@ TEST_F(MonitorProbe, KeepsNoMoreThan255CharactersOfAValue) {
     expectVideoCard(std::string(255, 'y'), std::string(255, 'x'));
 }
 
+TEST_F(MonitorProbe, RejectsAValueForWhatItHasBeyond255Characters) {
+    const std::string text(300, 'x');
+    for (const char* mark : {"Generic", "Probed", "Unknown"}) {
+        info = {"v", "m", "V", "M"};
+        probe("Section \"Monitor\"\nIdentifier " + text + mark + "\nEndSection\n" +
+              "Section \"Device\"\nVendorName " + text.substr(0, 252) + mark + "\nEndSection\n");
+        expectMonitor("v", "m");
+        expectVideoCard("V", "M");
+    }
+}
+
+TEST_F(MonitorProbe, TakesTheFirstMebibyteOfAFile) {
+    const std::string section = "Section \"Monitor\"\nVendorName Screens\nEndSection\n";
+    probe(section + std::string(1 << 20, '#') + "\n" + section);
+    expectMonitor("Screens", "");
+}
+
 TEST_F(MonitorProbe, LeavesATextAloneThatIsNotGiven) {
     info = {"v", "m", "V", "M"};
     probe("Section \"Monitor\"\nIdentifier\nEndSection\n");

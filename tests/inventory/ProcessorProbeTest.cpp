@@ -54,6 +54,19 @@ TEST_F(ProcessorProbe, TakesAnEmptyFileForADescription) {
     EXPECT_EQ(info.vendor, "vendor before");
 }
 
+TEST_F(ProcessorProbe, TakesTheWholeLinesOfTheFirst16MebibytesOfAFile) {
+    std::string text = "vendor_id\t: First\nmodel name\t: One\n";
+    const std::string cut = "model name\t: Half of a name";
+    text.append((std::size_t{16} << 20) - text.size() - cut.size(), '\n');
+    writeFile("proc/cpuinfo", text + cut + " and more\n");
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.vendor, "First");
+    EXPECT_EQ(info.modelName, "One");
+    writeFile("proc/cpuinfo", text + cut);
+    EXPECT_NE(probe(), 0);
+    EXPECT_EQ(info.modelName, "Half of a name") << "all there is";
+}
+
 TEST_F(ProcessorProbe, FailsWithoutTheFile) {
     EXPECT_EQ(probe(), 0);
     EXPECT_EQ(info.vendor, "vendor before");

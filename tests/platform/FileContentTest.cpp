@@ -49,6 +49,20 @@ TEST(FileContent, IsLimited) {
     EXPECT_EQ(FileContent::TooLarge, readWholeFile(path, 0).state);
 }
 
+TEST(FileContent, IsTheStartOfAFileWhateverFollows) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "abcdef");
+    for (const std::size_t length : {0U, 1U, 5U, 6U, 7U, 100U}) {
+        const FileContent file = readFileStart(path, length);
+        EXPECT_EQ(FileContent::Read, file.state);
+        EXPECT_EQ(std::string("abcdef").substr(0, length), file.text);
+        EXPECT_TRUE(isStillThere(path, file));
+    }
+    EXPECT_EQ(10U, readFileStart("/proc/self/status", 10).text.size());
+    EXPECT_EQ(FileContent::Missing, readFileStart(folder.file("none"), 10).state);
+    EXPECT_EQ(FileContent::NotRegular, readFileStart(folder.path(), 10).state);
+}
+
 TEST(FileContent, TellsAMissingFile) {
     const TemporaryFolder folder;
     folder.write("file", "");
