@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "PartInfoFactory.h"
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <cstring>
+
+#include "Descriptor.h"
 #include "DeviceParts.h"
 #include "FirmwareParts.h"
 #include "InventoryMachine.h"
@@ -106,6 +112,38 @@ TEST_F(PartList, ReadsTheMachineAfresh) {
     EXPECT_EQ(list().size(), 1U);
     writeWholeMachine(7);
     EXPECT_EQ(list().size(), 13U);
+}
+
+// How often a file is opened while it lives.
+class OpenCount {
+public:
+    explicit OpenCount(const std::string& path) : _events(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        // Events of one kind in a row would be told as one.
+        EXPECT_GE(inotify_add_watch(_events.get(), path.c_str(), IN_OPEN | IN_CLOSE), 0);
+    }
+
+    int value() const {
+        alignas(inotify_event) char bytes[4096];
+        const ssize_t size = read(_events.get(), bytes, sizeof bytes);
+        int count = 0;
+        for (ssize_t at = 0; at < size; at += ssize_t{sizeof(inotify_event)}) {
+            inotify_event event{};
+            std::memcpy(&event, bytes + at, sizeof event);
+            count += (event.mask & IN_OPEN) != 0 ? 1 : 0;
+        }
+        return count;
+    }
+
+private:
+    Descriptor _events;
+};
+
+// Two of them would let a list tell of two machines.
+TEST_F(PartList, TakesOneSnapshotOfTheFirmware) {
+    writeWholeMachine(7);
+    const OpenCount table(root() + "/sys/firmware/dmi/tables/DMI");
+    EXPECT_EQ(list().size(), 13U);
+    EXPECT_EQ(table.value(), 1);
 }
 
 TEST(PartInfos, AreEmptyUntilFilled) {
