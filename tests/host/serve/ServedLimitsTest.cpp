@@ -101,11 +101,10 @@ std::string _longBody(const ServedProcess& server) {
 // A reference to a reference to ...
 std::string _deepXml(const ServedProcess& server) {
     std::string name = TestCaller::named("TEST_Several", "Number", "1");
+    const char* const outer =
+        "<INSTANCENAME CLASSNAME=\"TEST_Several\"><KEYBINDING NAME=\"Number\"><VALUE.REFERENCE>";
     for (int i = 0; i < 5; ++i) {
-        name =
-            "<INSTANCENAME CLASSNAME=\"TEST_Several\"><KEYBINDING "
-            "NAME=\"Number\"><VALUE.REFERENCE>" +
-            name + "</VALUE.REFERENCE></KEYBINDING></INSTANCENAME>";
+        name.insert(0, outer).append("</VALUE.REFERENCE></KEYBINDING></INSTANCENAME>");
     }
     return _ask(server, _call(server, "GetInstance", TestCaller::instanceName(name))) == "400"
                ? "400"
