@@ -68,8 +68,8 @@ std::vector<Entry> _dynamicEntries(const Descriptor& file, const std::vector<Seg
     std::vector<Entry> entries;
     for (const Segment& segment : segments) {
         if (segment.p_type == PT_DYNAMIC) {
-            const std::size_t size =
-                std::min<std::uint64_t>(segment.p_filesz, _mostEntries * sizeof(Entry));
+            const std::size_t size = std::size_t(
+                std::min<std::uint64_t>(segment.p_filesz, _mostEntries * sizeof(Entry)));
             entries = _records<Entry>(file, segment.p_offset, size / sizeof(Entry));
         }
     }
