@@ -7,88 +7,14 @@
 #include <iterator>
 #include <vector>
 
+#include "FirmwareSecrets.h"
 #include "MachinePaths.h"
-#include "Pseudonyms.h"
 #include "ScsiTransport.h"
-#include "SmBiosDecoder.h"
+#include "Secrets.h"
 
 namespace QZ {
 
 namespace {
-
-// Longer ones first: a serial number may be the start of another.
-struct LongerFirst {
-    bool operator()(const std::string& one, const std::string& other) const {
-        return one.size() != other.size() ? one.size() > other.size() : one < other;
-    }
-};
-
-// The texts to be replaced, each with what it becomes.
-class Secrets {
-public:
-    explicit Secrets(const std::string& key) : _pseudonyms(key) {}
-
-    // A text, but for blanks around it.
-    void addText(const std::string& field) {
-        const std::string text = secretIn(field);
-        if (!text.empty())
-            _replacements.emplace(text, _pseudonyms.ofText(text));
-    }
-
-    void addBytes(const std::string& bytes) {
-        _replacements.emplace(bytes, _pseudonyms.ofBytes(bytes));
-    }
-
-    void replaceIn(std::string& content) const {
-        for (const auto& [secret, replacement] : _replacements)
-            for (std::size_t at = content.find(secret); at != std::string::npos;
-                 at = content.find(secret, at + secret.size()))
-                content.replace(at, secret.size(), replacement);
-    }
-
-private:
-    Pseudonyms _pseudonyms;
-    std::map<std::string, std::string, LongerFirst> _replacements;
-};
-
-// Where a structure has the numbers of its secret texts (DSP0134, chapter 7).
-std::vector<std::size_t> secretFields(unsigned char type) {
-    switch (type) {
-        case 1:
-            return {0x07};
-        case 2:
-        case 3:
-            return {0x07, 0x08};
-        case 4:
-            return {0x20, 0x21};
-        case 17:
-            return {0x18, 0x19};
-        case 22:
-            return {0x07};
-        case 39:
-            return {0x08, 0x09};
-        default:
-            return {};
-    }
-}
-
-void addFirmware(const SmBios::Contents& contents, Secrets& secrets) {
-    constexpr unsigned char UuidOffset = 8;
-    constexpr unsigned char UuidLength = 16;
-    for (const SmBios::Table& table : contents.tables) {
-        for (const std::size_t field : secretFields(table.getType()))
-            if (const char* const text = table.getString(table.getByte(field)))
-                secrets.addText(text);
-        if (table.getType() != 1 || table.getLength() < UuidOffset + UuidLength)
-            continue;
-        std::string uuid;
-        for (unsigned i = 0; i < UuidLength; ++i)
-            uuid += static_cast<char>(table.getByte(UuidOffset + i));
-        // All bytes the same: there is none.
-        if (uuid != std::string(UuidLength, uuid.front()))
-            secrets.addBytes(uuid);
-    }
-}
 
 // The bytes that an identify file shows, two digits to a byte, as the kernel prints them.
 void forIdentifyBytes(std::string& text, const std::function<void(std::string& bytes)>& use) {
@@ -118,29 +44,57 @@ bool startsAndEnds(const std::string& name, const std::string& start, const std:
            name.compare(name.size() - end.size(), end.size(), end) == 0;
 }
 
-// The name of the machine's file below its root.
-std::string nameOf(const std::string& path) {
-    return path.substr(MachinePaths::root().size() + 1);
-}
-
 bool isIdentify(const std::string& name) {
-    const std::string pattern = nameOf(MachinePaths::ideIdentify('?'));
+    const std::string pattern = nameBelowRoot(MachinePaths::ideIdentify('?'));
     const std::size_t letter = pattern.find('?');
     return startsAndEnds(name, pattern.substr(0, letter), pattern.substr(letter + 1));
 }
 
+bool isReplyTo(const ScsiCommand& command, const std::string& name) {
+    const std::string pattern = nameBelowRoot(MachinePaths::scsiDisk('?'));
+    return startsAndEnds(name, pattern.substr(0, pattern.find('?')), recordedReplyName(command));
+}
+
 bool isSerialNumberPage(const std::string& name) {
-    const std::string pattern = nameOf(MachinePaths::scsiDisk('?'));
-    return startsAndEnds(name, pattern.substr(0, pattern.find('?')),
-                         recordedReplyName(ScsiSerialNumberInquiry)) ||
-           startsAndEnds(name, "", "/vpd_pg80");
+    return isReplyTo(ScsiSerialNumberInquiry, name) || startsAndEnds(name, "", "/vpd_pg80");
 }
 
 // An attribute that tells one disk or board from all others.
 bool isDeviceNumber(const std::string& name) {
-    constexpr const char* attributes[] = {"/serial", "/serial_number", "/board_tracer", "/wwid"};
+    constexpr const char* attributes[] = {"/serial", "/serial_number", "/board_tracer"};
     return std::any_of(std::begin(attributes), std::end(attributes),
                        [&](const char* end) { return startsAndEnds(name, "", end); });
+}
+
+// SPC-4, 7.8.14: the text is as long as the page says, and what a driver's buffer holds behind it
+// may be a rest of another.
+void addSerialNumberPage(const std::string& page, Secrets& secrets) {
+    constexpr std::size_t Text = 4;
+    if (page.size() <= Text)
+        return;
+    const std::size_t length = static_cast<unsigned char>(page[Text - 1]);
+    secrets.addText(page.substr(Text, length));
+    if (page.size() > Text + length)
+        secrets.addText(page.substr(Text + length));
+}
+
+// What the kernel makes of a device's identification page: a kind, and a name of that kind.
+void addDeviceName(const std::string& wwid, Secrets& secrets) {
+    const std::string text = wwid.substr(0, wwid.find_last_not_of(" \n") + 1);
+    const std::size_t name = text.find('.') + 1;
+    const std::string kind = text.substr(0, name);
+    if (kind == "naa." || kind == "eui." || kind == "uuid.") {
+        secrets.addText(text.substr(name));
+    } else if (kind == "t10.") {
+        // Vendor and model stand in front of the serial number.
+        secrets.addText(text.substr(std::max(name, text.find_last_of(' ') + 1)));
+    } else if (kind == "nvme.") {
+        // Vendor, serial number, model and namespace, the texts in hexadecimal.
+        const std::size_t serial = std::min(text.find('-', name), text.size() - 1) + 1;
+        secrets.addHexText(text.substr(serial, text.find('-', serial) - serial));
+    } else {
+        secrets.addText(text);
+    }
 }
 
 // PCI 2.2, appendix I: keyword, length, text.
@@ -151,40 +105,62 @@ void addPciNumbers(const std::string& data, Secrets& secrets) {
         secrets.addText(data.substr(at + Header, static_cast<unsigned char>(data[at + 2])));
 }
 
+// ACS-3, 7.12.7: the serial number, the world wide name and the medium's serial number.
+void addIdentifyData(const std::string& bytes, Secrets& secrets) {
+    const auto words = [&bytes](std::size_t first, std::size_t last) {
+        return bytes.size() < 2 * last + 2 ? std::string()
+                                           : bytes.substr(2 * first, 2 * (last - first + 1));
+    };
+    secrets.addText(words(10, 19));
+    secrets.addNumber(words(108, 111));
+    secrets.addText(words(176, 205));
+}
+
 void addFile(const std::string& name, std::string& content, Secrets& secrets) {
-    if (name == nameOf(MachinePaths::hostName()) || name == nameOf(MachinePaths::machineId()) ||
-        name == nameOf(MachinePaths::hypervisorUuid()) || isDeviceNumber(name)) {
+    if (name == nameBelowRoot(MachinePaths::hostName()))
+        secrets.addHostName(content);
+    else if (name == nameBelowRoot(MachinePaths::machineId()) ||
+             name == nameBelowRoot(MachinePaths::hypervisorUuid()) || isDeviceNumber(name))
         secrets.addText(content);
-    } else if (isSerialNumberPage(name)) {
-        constexpr std::size_t Text = 4;
-        if (content.size() > Text)
-            secrets.addText(content.substr(Text));
-    } else if (startsAndEnds(name, "", "/vpd")) {
+    else if (startsAndEnds(name, "", "/wwid"))
+        addDeviceName(content, secrets);
+    else if (isSerialNumberPage(name))
+        addSerialNumberPage(content, secrets);
+    else if (startsAndEnds(name, "", "/vpd"))
         addPciNumbers(content, secrets);
-    } else if (isIdentify(name)) {
-        // ACS-3, 7.12.7: words 10 to 19.
-        forIdentifyBytes(content, [&secrets](const std::string& bytes) {
-            if (bytes.size() >= 40)
-                secrets.addText(bytes.substr(20, 20));
-        });
-    }
+    else if (isIdentify(name))
+        forIdentifyBytes(content,
+                         [&secrets](const std::string& bytes) { addIdentifyData(bytes, secrets); });
+}
+
+// SPC-4, 6.6.2: bytes 36 to 55 and those from 96 on are the vendor's own, who may put the start of
+// a serial number there. Nobody asks for them.
+void blankVendorBytes(std::string& inquiry) {
+    for (std::size_t at = 36; at < inquiry.size(); ++at)
+        if ((at < 56 || at >= 96) && inquiry[at] != '\0')
+            inquiry[at] = ' ';
+}
+
+void replaceInFile(const std::string& name, std::string& content, const Secrets& secrets) {
+    if (isIdentify(name))
+        forIdentifyBytes(content, [&secrets](std::string& bytes) { secrets.replaceIn(bytes); });
+    else if (name.back() != '@')
+        secrets.replaceIn(content);
+    if (isReplyTo(ScsiStandardInquiry, name))
+        blankVendorBytes(content);
 }
 
 }  // namespace
 
 void sanitizeMachine(MachineFiles& files, const std::string& key) {
     Secrets secrets(key);
-    const auto table = files.find(nameOf(MachinePaths::smbiosTable()));
-    if (table != files.end())
-        addFirmware(decodeSmBios({}, table->second), secrets);
+    const SmBios::Contents firmware = firmwareOf(files);
+    addFirmwareSecrets(firmware, secrets);
+    blankBeyondFirmware(firmware, files);
     for (auto& [name, content] : files)
         addFile(name, content, secrets);
-    for (auto& [name, content] : files) {
-        if (isIdentify(name))
-            forIdentifyBytes(content, [&secrets](std::string& bytes) { secrets.replaceIn(bytes); });
-        else if (name.back() != '@')
-            secrets.replaceIn(content);
-    }
+    for (auto& [name, content] : files)
+        replaceInFile(name, content, secrets);
 }
 
 }  // namespace QZ

@@ -4,7 +4,11 @@
 
 #include <sha256.h>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
+
+#include "Placeholders.h"
 
 namespace QZ {
 
@@ -50,11 +54,11 @@ std::string Pseudonyms::ofText(const std::string& text) const {
 }
 
 std::string secretIn(const std::string& field) {
-    const std::size_t first = field.find_first_not_of(" \n");
-    if (first == std::string::npos)
-        return {};
-    const std::string text = field.substr(first, field.find_last_not_of(" \n") + 1 - first);
-    return text.size() >= Pseudonyms::ShortestSecret ? text : std::string();
+    const auto isText = [](char byte) { return static_cast<unsigned char>(byte) > ' '; };
+    const auto first = std::find_if(field.begin(), field.end(), isText);
+    const auto last = std::find_if(field.rbegin(), std::make_reverse_iterator(first), isText);
+    const std::string text(first, last.base());
+    return text.size() < Pseudonyms::ShortestSecret || isPlaceholder(text) ? std::string() : text;
 }
 
 }  // namespace QZ

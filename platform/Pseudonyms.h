@@ -13,7 +13,7 @@ class Pseudonyms {
 public:
     explicit Pseudonyms(std::string key) : _key(std::move(key)) {}
 
-    // A text of fewer characters, blanks around it not counted, tells no machine from another.
+    // A text of fewer characters, padding not counted, tells no machine from another.
     static constexpr std::size_t ShortestSecret = 4;
 
     // Of the same length, with digits for digits, letters for letters and every other byte as it
@@ -27,7 +27,8 @@ private:
     std::string _key;
 };
 
-// The text without blanks and line ends around it; empty when it is too short to be a secret.
+// The text without the blanks and control characters around it that different ways to it pad it
+// with; empty where it is too short to be a secret, or a placeholder.
 std::string secretIn(const std::string& field);
 
 }  // namespace QZ

@@ -5,43 +5,21 @@
 #include <vector>
 
 #include "ControllerRecord.h"
+#include "FirmwareSecrets.h"
 #include "FruDecoder.h"
 #include "IpmiBytes.h"
 #include "IpmiReplies.h"
 #include "MachinePaths.h"
-#include "Pseudonyms.h"
-#include "SmBiosDecoder.h"
+#include "Secrets.h"
 
 namespace QZ {
 
 namespace {
 
-constexpr std::size_t GuidLength = 16;
 constexpr std::size_t HeaderLength = 8;
-
-std::string nameOf(const std::string& path) {
-    return path.substr(MachinePaths::root().size() + 1);
-}
 
 bool isCommand(const IpmiRequest& request, IpmiFunction function, unsigned char command) {
     return request.function == function && request.command == command;
-}
-
-// The machine's UUID as its firmware tables store it; empty where they do not.
-std::string firmwareUuid(const MachineFiles& files) {
-    constexpr unsigned char Offset = 8;
-    const auto table = files.find(nameOf(MachinePaths::smbiosTable()));
-    std::string uuid;
-    if (table == files.end())
-        return uuid;
-    for (const SmBios::Table& structure : decodeSmBios({}, table->second).tables) {
-        if (structure.getType() != 1 || structure.getLength() < Offset + GuidLength)
-            continue;
-        for (unsigned i = 0; i < GuidLength; ++i)
-            uuid += static_cast<char>(structure.getByte(Offset + i));
-        break;
-    }
-    return uuid;
 }
 
 // The data of one unit, put together of the replies that brought a piece each.
@@ -54,10 +32,10 @@ public:
         _pieces.emplace_back(offset, &reply);
     }
 
-    void sanitize(const Pseudonyms& pseudonyms) {
+    void sanitize(Secrets& secrets) {
         const FruInventory fru = decodeFru(_bytes);
         std::string clean = _bytes;
-        const auto replace = [&](const FruField& field) { _replace(clean, field, pseudonyms); };
+        const auto replace = [&](const FruField& field) { _replace(clean, field, secrets); };
         std::vector<const FruArea*> areas;
         if (fru.chassis) {
             replace(fru.chassis->serialNumber);
@@ -96,12 +74,11 @@ private:
         _bytes = kept;
     }
 
-    static void _replace(std::string& bytes, const FruField& field, const Pseudonyms& pseudonyms) {
-        std::string text = field.text;
-        const std::string secret = secretIn(text);
-        if (secret.empty())
+    static void _replace(std::string& bytes, const FruField& field, Secrets& secrets) {
+        if (secretIn(field.text).empty())
             return;
-        text.replace(text.find(secret), secret.size(), pseudonyms.ofText(secret));
+        secrets.addText(field.text);
+        const std::string text = secrets.replaced(field.text);
         // Padding behind the text stays.
         const std::string stored = encodeIpmiText(field.encoding, text).substr(0, field.length);
         bytes.replace(field.offset, stored.size(), stored);
@@ -120,8 +97,10 @@ private:
 
 class Sanitizer {
 public:
-    Sanitizer(const std::string& key, std::string uuid)
-        : _pseudonyms(key), _uuid(std::move(uuid)) {}
+    Sanitizer(const std::string& key, const SmBios::Contents& firmware) : _secrets(key) {
+        for (const SmBios::Table& structure : firmware.tables)
+            _secrets.addNumber(uuidOf(structure));
+    }
 
     void sanitize(IpmiReplies& replies) {
         for (auto& [text, reply] : replies.entries()) {
@@ -130,7 +109,7 @@ public:
                 _take(*request, *reply, replies);
         }
         for (auto& [name, unit] : _units)
-            unit.sanitize(_pseudonyms);
+            unit.sanitize(_secrets);
     }
 
 private:
@@ -138,7 +117,9 @@ private:
         const bool isGuid = isCommand(request, IpmiFunction::Application, 0x08) ||
                             isCommand(request, IpmiFunction::Application, 0x37);
         if (isGuid) {
-            reply.data = _sanitizeGuid(reply.data);
+            // The firmware's, in whichever order, or another.
+            _secrets.addNumber(reply.data);
+            _secrets.replaceIn(reply.data);
         } else if (isCommand(request, IpmiFunction::Storage, 0x11) && !reply.data.empty()) {
             IpmiRequest info = request;
             info.command = 0x10;
@@ -150,30 +131,18 @@ private:
         }
     }
 
-    // The same as the firmware's where it is that, in whichever order.
-    std::string _sanitizeGuid(const std::string& guid) const {
-        const std::string backwards(guid.rbegin(), guid.rend());
-        if (guid.empty() || guid.find_first_not_of(guid.front()) == std::string::npos)
-            return guid;
-        if (backwards != _uuid)
-            return _pseudonyms.ofBytes(guid);
-        const std::string result = _pseudonyms.ofBytes(_uuid);
-        return {result.rbegin(), result.rend()};
-    }
-
-    Pseudonyms _pseudonyms;
-    std::string _uuid;
+    Secrets _secrets;
     std::map<std::string, Unit> _units;
 };
 
 }  // namespace
 
 void sanitizeController(MachineFiles& files, const std::string& key) {
-    const auto file = files.find(nameOf(MachinePaths::managementControllerReplies()));
+    const auto file = files.find(nameBelowRoot(MachinePaths::managementControllerReplies()));
     if (file == files.end())
         return;
     IpmiReplies replies = IpmiReplies::parse(file->second);
-    Sanitizer(key, firmwareUuid(files)).sanitize(replies);
+    Sanitizer(key, firmwareOf(files)).sanitize(replies);
     file->second = replies.text();
 }
 
