@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/stat.h>
 
 #include <memory>
 #include <set>
@@ -253,8 +254,9 @@ TEST(ServedChecks, WaitOnlyInSuchANumber) {
     for (const char* address : ADDRESSES) {
         users.append("u").append(address).append(":").append(SLOW_HASH).append(":read\n");
     }
-    const ServedProcess server(
-        "checks = 1\nwaiting-checks = 1\ncredentials = " + folder.write("users", users) + "\n");
+    const std::string file = folder.write("users", users);
+    ASSERT_EQ(0, chmod(file.c_str(), S_IRUSR | S_IWUSR));
+    const ServedProcess server("checks = 1\nwaiting-checks = 1\ncredentials = " + file + "\n");
     std::vector<std::unique_ptr<RawClient>> clients;
     std::vector<pollfd> waiting;
     for (const char* address : ADDRESSES) {
@@ -275,6 +277,7 @@ TEST(ServedChecks, WaitOnlyInSuchANumber) {
             }
         }
     }
+    EXPECT_EQ(std::string::npos, server.log().find("may ask")) << "it is not the file that is busy";
 }
 
 TEST(ServedLimitsTable, NamesEveryLimit) {

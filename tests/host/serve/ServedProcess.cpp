@@ -52,7 +52,9 @@ ServedProcess::ServedProcess(const std::string& config) {
     close(ends[0]);
     const auto parts = splitUrl(url);
     if (!parts) {
-        ADD_FAILURE() << "it does not start: " << log();
+        siginfo_t ended{};
+        waitid(P_PID, id_t(_process), &ended, WEXITED | WNOWAIT);
+        ADD_FAILURE() << "it ended with " << ended.si_status << ": " << log();
         return;
     }
     _port = portOf(*parts, 0);
@@ -95,7 +97,11 @@ std::size_t ServedProcess::threads() const {
 }
 
 void ServedProcess::awaitProvider() const {
-    while (_folder.read("asked").empty()) {
+    siginfo_t ended{};
+    while (_folder.read("asked").empty() && ended.si_pid == 0) {
         std::this_thread::yield();
+        // Without taking its status, which the end of this object does.
+        waitid(P_PID, id_t(_process), &ended, WEXITED | WNOHANG | WNOWAIT);
     }
+    EXPECT_EQ(0, ended.si_pid) << "it ended with " << ended.si_status << ": " << log();
 }
