@@ -11,6 +11,7 @@
 
 #include "Error.h"
 #include "MachinePaths.h"
+#include "Program.h"
 
 namespace QZ {
 
@@ -25,6 +26,18 @@ std::string _absolute(const std::string& path) {
 bool _isFolder(const fs::path& path) {
     std::error_code error;
     return fs::is_directory(path, error);
+}
+
+bool _isSet(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+}
+
+// Whether there is one of those that the module looks for: others are of no use to it.
+bool _hasOurLibraries(const fs::path& folder) {
+    std::error_code error;
+    return fs::exists(folder / "libtav_shrdevice.so", error) ||
+           fs::exists(folder / "libtavxenprobe.so", error);
 }
 
 void _setEnvironment(const char* name, const std::string& value) {
@@ -70,10 +83,16 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
     }
     // A machine that brings libraries is asked from beside them. Without a "run" folder "lib"
     // itself does as well: "../lib" leads back to it.
-    if (_isFolder(root / "lib")) {
+    if (_isSet(HOST_LIBRARIES) && _isFolder(root / "lib")) {
         place.runFolder = (root / (_isFolder(root / "run") ? "run" : "lib")).string();
-    } else if (std::error_code error;
-               fs::exists(MachinePaths::simulatedServiceProcessors(place.root), error)) {
+        return place;
+    }
+    if (_hasOurLibraries(root / "lib")) {
+        place.note = "The libraries in " + (root / "lib").string() + " are not loaded; with " +
+                     HOST_LIBRARIES + "=1, which trusts them, they are.";
+    }
+    if (std::error_code error;
+        fs::exists(MachinePaths::simulatedServiceProcessors(place.root), error)) {
         const fs::path simulated = prefix / "lib" / "simulated" / "lib";
         place.runFolder = _isFolder(simulated) ? simulated.string() : binFolder;
     }
@@ -81,6 +100,9 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
 }
 
 void enterWorkplace(const Workplace& place) {
+    if (!place.note.empty()) {
+        say(place.note);
+    }
     _setEnvironment("TAVQZ_HOST_ROOT", place.root);
     _setEnvironment("TAVQZ_DATA_DIR", place.dataFolder);
     if (chdir(place.runFolder.c_str()) != 0) {

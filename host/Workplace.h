@@ -16,17 +16,23 @@ struct Workplace {
     std::string moduleFile;  // empty: by the registration, in libraryFolder
     std::string libraryFolder;
     std::string schemaFolder;
+    // What who asked is to be told of it; empty: nothing.
+    std::string note;
 };
 
 // The folder of the program that runs, with links resolved.
 std::string executableFolder();
 
+// Set to anything, libraries of a machine's folder are loaded. Without it they are not: a folder
+// that somebody sent would run code.
+constexpr const char* HOST_LIBRARIES = "TAVQZ_HOST_LIBRARIES";
+
 // Fills in what the request leaves open, from the folder "bin" that the program lies in. Changes
 // nothing. Throws UsageError where the root is no folder.
 Workplace findWorkplace(const Request& request, const std::string& binFolder);
 
-// Makes it this process's: environment and working folder. Before the module is loaded, and while
-// there is one thread. Throws Error.
+// Makes it this process's: environment and working folder; says its note. Before the module is
+// loaded, and while there is one thread. Throws Error.
 void enterWorkplace(const Workplace& place);
 
 }  // namespace QZ

@@ -12,6 +12,7 @@
 #include "CommandRun.h"
 #include "MofParser.h"
 #include "Schema.h"
+#include "ScopedEnvironment.h"
 
 namespace fs = std::filesystem;
 using Json = nlohmann::json;
@@ -179,6 +180,7 @@ TEST(AssetCommand, AnswersEveryClassOnEveryMachineInEveryFormat) {
 }
 
 TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHalfBound) {
+    const ScopedEnvironment trusted("TAVQZ_HOST_LIBRARIES", "1");
     const Machine missing("bare");
     fs::create_directory(missing.folder().file("lib"));
     const Machine present;
@@ -196,6 +198,22 @@ TEST(AssetCommand, WritesJsonWithTheServiceProcessorsLibraryPresentMissingAndHal
     EXPECT_THAT(missing.run({"report"}).err, HasSubstr("No service-processor library"));
     EXPECT_THAT(present.run({"report"}).err,
                 testing::Not(HasSubstr("No service-processor library")));
+}
+
+TEST(AssetCommand, RunsNothingOfAFolderThatSomebodySent) {
+    const Machine machine("bare");
+    machine.addLibrary("libtav_shrdevice.so", PRESENT_LIBRARY);
+    const std::vector<std::string> ask = {"list", "TAVIRA_VigilPresent", "--format", "json"};
+    const CommandRun run = machine.run(ask);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(Json::parse(run.out).size(), 0U);
+    const std::string note = "tavqz: The libraries in " + machine.folder().file("lib") +
+                             " are not loaded; with TAVQZ_HOST_LIBRARIES=1";
+    EXPECT_THAT(run.err, HasSubstr(note));
+    const ScopedEnvironment trusted("TAVQZ_HOST_LIBRARIES", "1");
+    const CommandRun trusting = machine.run(ask);
+    EXPECT_THAT(trusting.err, testing::Not(HasSubstr("are not loaded")));
+    EXPECT_GT(Json::parse(trusting.out).size(), 0U) << "else nothing was tested";
 }
 
 TEST(AssetCommand, AsksTheServiceProcessorThatAMachineDescribes) {

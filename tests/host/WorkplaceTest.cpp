@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "BuildPaths.h"
+#include "ScopedEnvironment.h"
 #include "TemporaryFolder.h"
 
 using namespace QZ;
@@ -49,7 +50,27 @@ TEST(Workplace, KeepsTheDataOfAnotherMachineWithIt) {
     EXPECT_EQ(_find(request).dataFolder, "/data");
 }
 
-TEST(Workplace, GoesToAMachineThatBringsLibraries) {
+TEST(Workplace, StaysAwayFromAMachineThatBringsLibraries) {
+    const ScopedEnvironment untrusted(HOST_LIBRARIES, "");
+    TemporaryFolder machine;
+    Request request;
+    request.root = machine.path();
+    std::filesystem::create_directory(machine.file("lib"));
+    std::filesystem::create_directory(machine.file("run"));
+    EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
+    EXPECT_EQ(_find(request).note, "") << "there is none that would be loaded";
+    for (const char* library : {"lib/libtav_shrdevice.so", "lib/libtavxenprobe.so"}) {
+        const std::string path = machine.write(library, "");
+        EXPECT_EQ(_find(request).runFolder, "/opt/tavqz/bin");
+        EXPECT_EQ(_find(request).note,
+                  "The libraries in " + machine.file("lib") +
+                      " are not loaded; with TAVQZ_HOST_LIBRARIES=1, which trusts them, they are.");
+        std::filesystem::remove(path);
+    }
+}
+
+TEST(Workplace, GoesToAMachineWhoseLibrariesAreTrusted) {
+    const ScopedEnvironment trusted(HOST_LIBRARIES, "1");
     TemporaryFolder machine;
     Request request;
     request.root = machine.path();
@@ -57,7 +78,9 @@ TEST(Workplace, GoesToAMachineThatBringsLibraries) {
     std::filesystem::create_directory(machine.file("lib"));
     EXPECT_EQ(_find(request).runFolder, machine.file("lib"));
     std::filesystem::create_directory(machine.file("run"));
+    machine.write("lib/libtav_shrdevice.so", "");
     EXPECT_EQ(_find(request).runFolder, machine.file("run"));
+    EXPECT_EQ(_find(request).note, "");
 }
 
 TEST(Workplace, GoesToTheSimulatedLibraryForAMachineThatDescribesAServiceProcessor) {
@@ -72,6 +95,9 @@ TEST(Workplace, GoesToTheSimulatedLibraryForAMachineThatDescribesAServiceProcess
     EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder,
               product.file("lib/simulated/lib"));
     std::filesystem::create_directory(machine.file("lib"));
+    EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder,
+              product.file("lib/simulated/lib"));
+    const ScopedEnvironment trusted(HOST_LIBRARIES, "1");
     EXPECT_EQ(findWorkplace(request, product.file("bin")).runFolder, machine.file("lib"))
         << "its own libraries come first";
 }
