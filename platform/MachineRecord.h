@@ -15,7 +15,7 @@ using MachineFiles = std::map<std::string, std::string>;
 
 struct MachineRecord {
     MachineFiles files;
-    // What is there and could not be read, as sentences for the administrator.
+    // What is there and could not be read, or not whole, as sentences for the administrator.
     std::vector<std::string> problems;
 };
 

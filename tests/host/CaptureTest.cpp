@@ -6,6 +6,7 @@
 
 #include "BuildPaths.h"
 #include "CommandRun.h"
+#include "FirmwareParts.h"
 
 using testing::AnyOf;
 using testing::HasSubstr;
@@ -83,6 +84,25 @@ TEST(Capture, ReplacesWhatTellsTheMachineFromOthers) {
     EXPECT_THAT(parts, Not(HasSubstr("EXS2100417")));
     EXPECT_THAT(parts, HasSubstr("Example Server 2U -[EX2100-7A]-"));
     EXPECT_THAT(parts, HasSubstr("SCSIDevice2"));
+}
+
+// Firmware has put structures behind the end of its table.
+TEST(Capture, ReplacesTheNumbersBehindAnEarlyEndOfTheFirmware) {
+    const TemporaryFolder folder;
+    SmBiosBuilder firmware(SmBiosBuilder::EntryPoint::Version2, 2, 8);
+    addSystem(firmware, {"Corp", "Server", "04", "Unknown"}, std::string(16, '\x11'));
+    firmware.addEnd();
+    addMemory(firmware, "DIMM 1", {"Unknown", "", "", "LEAKED-SERIAL-1"}, "P");
+    firmware.addEnd().announceCount(4).writeBelow(folder.file("root"));
+    const CommandRun run = runCommandLine(
+        {"--root", folder.file("root"), "capture", folder.file("copy"), "--sanitize"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(_parts(folder.file("root")), HasSubstr("LEAKED-SERIAL-1"));
+    const std::string parts = _parts(folder.file("copy"));
+    EXPECT_THAT(parts, Not(HasSubstr("LEAKED-SERIAL-1")));
+    EXPECT_THAT(parts, HasSubstr("Memory0"));
+    EXPECT_THAT(parts, HasSubstr("\"Unknown\"")) << "no number, but what stands for one";
+    EXPECT_THAT(folder.read("copy/sys/firmware/dmi/tables/DMI"), Not(HasSubstr("LEAKED")));
 }
 
 TEST(Capture, LeavesAFolderAloneThatIsNotEmpty) {

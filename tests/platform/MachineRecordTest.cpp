@@ -76,6 +76,17 @@ TEST(RecordMachine, SaysWhatCouldNotBeRead) {
     EXPECT_TRUE(record.files.empty());
 }
 
+TEST(RecordMachine, CutsALongFileAndSaysSo) {
+    const TemporaryFolder folder;
+    const std::string text(17 << 20, 'x');
+    folder.write("root/proc/cpuinfo", text);
+    const MachineRecord record = _record(folder.file("root"));
+    ASSERT_EQ(record.files.count("proc/cpuinfo"), 1U);
+    EXPECT_TRUE(record.files.at("proc/cpuinfo") == text.substr(0, (16 << 20) + 1));
+    ASSERT_EQ(record.problems.size(), 1U);
+    EXPECT_THAT(record.problems[0], HasSubstr("proc/cpuinfo"));
+}
+
 TEST(WriteMachine, RefusesAFolderWithSomethingInIt) {
     const TemporaryFolder folder;
     folder.write("full/file", "mine");
