@@ -14,7 +14,15 @@ namespace QZ {
 void makeOwnCertificate(const std::string& certificateFile, const std::string& keyFile,
                         const std::vector<std::string>& names);
 
-// What this machine may be asked under: its name, localhost, and the addresses of loopback.
+// Whether the file is a certificate that makeOwnCertificate made, and is not for all these names. A
+// site's own, or what is no certificate, is none of ours to replace.
+bool isOwnForOthers(const std::string& certificateFile, const std::vector<std::string>& names);
+
+// What this machine may be asked under: its name, first, also without its domain, localhost, and
+// the addresses of loopback.
 std::vector<std::string> namesOfThisMachine();
+
+// The addresses that its network cards have now.
+std::vector<std::string> addressesOfThisMachine();
 
 }  // namespace QZ

@@ -3,7 +3,6 @@
 #include "NetworkCommands.h"
 
 #include <filesystem>
-#include <iostream>
 
 #include "Commands.h"
 #include "Listeners.h"
@@ -24,8 +23,7 @@ namespace {
 
 ExitStatus _serve(const Request& request, const Workplace& place, ResultOutput& output) {
     return serve(request.serve, [&place] { return makeModuleServer(place, ModuleBinding::Whole); },
-                 {[&output](const std::string& line) { output.write(line + "\n"); }, say,
-                  [](const std::string& line) { std::cerr << line + "\n"; }});
+                 {[&output](const std::string& line) { output.write(line + "\n"); }, say});
 }
 
 // Empty where it is gone.

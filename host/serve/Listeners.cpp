@@ -76,37 +76,63 @@ std::vector<Address> _addresses(const ServeRequest& request) {
     return addresses;
 }
 
-// With the addresses that it is asked at, of which "any" is none to be known by.
-TlsFiles _ownFiles(const std::vector<Address>& addresses) {
+bool _isAny(const std::string& address) {
+    return address == "0.0.0.0" || address == "::";
+}
+
+// Each once.
+void _add(std::vector<std::string>& names, const std::string& name) {
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
+        names.push_back(name);
+    }
+}
+
+// For the addresses that it is asked at; where that is any, for those that the machine has. These
+// come and go: a certificate that clients know is not made anew for one of them.
+TlsFiles _ownFiles(const std::vector<Address>& addresses,
+                   const std::function<void(const std::string&)>& say) {
     const std::string folder = MachinePaths::dataDirectory();
     TlsFiles files{folder + CERTIFICATE_FILE, folder + KEY_FILE, {}};
-    if (std::filesystem::exists(files.certificate) && std::filesystem::exists(files.key)) {
+    std::vector<std::string> names = namesOfThisMachine();
+    for (const Address& address : addresses) {
+        if (!_isAny(address.address)) {
+            _add(names, address.address);
+        }
+    }
+    const bool isThere =
+        std::filesystem::exists(files.certificate) && std::filesystem::exists(files.key);
+    if (isThere && !isOwnForOthers(files.certificate, names)) {
         return files;
     }
     std::string reason;
     if (!Product::makeDataDirectory(reason)) {
         throw Error(reason);
     }
-    std::vector<std::string> names = namesOfThisMachine();
     for (const Address& address : addresses) {
-        const bool isAny = address.address == "0.0.0.0" || address.address == "::";
-        if (!isAny && std::find(names.begin(), names.end(), address.address) == names.end()) {
-            names.push_back(address.address);
+        if (_isAny(address.address)) {
+            for (const std::string& own : addressesOfThisMachine()) {
+                _add(names, own);
+            }
         }
     }
     makeOwnCertificate(files.certificate, files.key, names);
+    if (isThere) {
+        say("the certificate was for other names and is made anew: clients need the new " +
+            files.certificate);
+    }
     return files;
 }
 
 }  // namespace
 
-Listeners makeListeners(const ServeRequest& request) {
+Listeners makeListeners(const ServeRequest& request,
+                        const std::function<void(const std::string& line)>& say) {
     const std::vector<Address> addresses = _addresses(request);
     Listeners listeners;
     for (const Address& address : addresses) {
         if (address.isSecure && !listeners.identity) {
             TlsFiles files = request.certificateFile.empty()
-                                 ? _ownFiles(addresses)
+                                 ? _ownFiles(addresses, say)
                                  : TlsFiles{request.certificateFile, request.keyFile, {}};
             files.clientAuthorities = request.clientAuthorityFile;
             listeners.identity = std::make_shared<TlsIdentity>(std::move(files));
@@ -126,9 +152,9 @@ std::string urlOf(const HttpListener& listener, std::uint16_t port, const std::s
     if (!listener.socketFile.empty()) {
         return "unix://" + listener.socketFile;
     }
-    const bool isAny = listener.address == "0.0.0.0" || listener.address == "::";
     return (listener.tls ? "https://" : "http://") + userInfo +
-           hostAndPort(isAny ? namesOfThisMachine().front() : listener.address, port);
+           hostAndPort(_isAny(listener.address) ? namesOfThisMachine().front() : listener.address,
+                       port);
 }
 
 std::string ownCertificateFile() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,10 +20,12 @@ struct Listeners {
 };
 
 // What the request names, 127.0.0.1 where it names nothing. Makes a certificate, and the data
-// folder for it, where https has none yet. Throws UsageError for what is no address, and for one of
-// http that is not loopback's where that is not allowed; Error for a certificate that cannot be
-// used or made.
-Listeners makeListeners(const ServeRequest& request);
+// folder for it, where https has none yet; anew, and says so, where the one that it made is not for
+// an address that is named or for this machine's name. Throws UsageError for what is no address,
+// and for one of http that is not loopback's where that is not allowed; Error for a certificate
+// that cannot be used or made.
+Listeners makeListeners(const ServeRequest& request,
+                        const std::function<void(const std::string& line)>& say);
 
 // What a client is to use for a listener, "user:password@" included where there is such.
 std::string urlOf(const HttpListener& listener, std::uint16_t port, const std::string& userInfo);

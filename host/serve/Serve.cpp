@@ -65,7 +65,8 @@ public:
           request(makeServeRequest(_values)),
           log(writes),
           access(request, [&writes](const std::string& line) { writes.message(line); }),
-          listeners(makeListeners(request)) {}
+          listeners(makeListeners(request,
+                                  [&writes](const std::string& line) { writes.message(line); })) {}
 
     // What cannot be taken over is said, and stays as it was.
     void again() {

@@ -15,7 +15,6 @@ namespace QZ {
 struct ServeOutput {
     std::function<void(const std::string& line)> announce;  // a URL, once the server is ready
     std::function<void(const std::string& line)> log;       // a line a request, and what goes wrong
-    std::function<void(const std::string& line)> json;      // the same, for programs
 };
 
 // Answers CIM clients until SIGTERM or SIGINT, and reads certificates, users and what can be

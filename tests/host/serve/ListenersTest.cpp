@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include "CommandLine.h"
+#include "OwnCertificate.h"
 #include "ScopedEnvironment.h"
 #include "TemporaryFolder.h"
 
@@ -16,9 +17,12 @@ using testing::HasSubstr;
 
 class ListenersTest : public testing::Test {
 protected:
+    Listeners make(const ServeRequest& request) {
+        return makeListeners(request, [this](const std::string& line) { said.push_back(line); });
+    }
     std::vector<std::string> urls(const ServeRequest& request) {
         std::vector<std::string> urls;
-        for (const HttpListener& listener : makeListeners(request).all) {
+        for (const HttpListener& listener : make(request).all) {
             urls.push_back(urlOf(listener, listener.port, ""));
         }
         return urls;
@@ -28,13 +32,14 @@ protected:
         request.listen = {listen};
         request.allowsPlain = allowsPlain;
         try {
-            (void)makeListeners(request);
+            (void)make(request);
         } catch (const UsageError& error) {
             return error.what();
         }
         return {};
     }
 
+    std::vector<std::string> said;
     const TemporaryFolder folder;
     const ScopedEnvironment data{"TAVQZ_DATA_DIR", folder.file("data").c_str()};
 };
@@ -82,15 +87,50 @@ TEST_F(ListenersTest, RefuseWhatIsNoAddress) {
 TEST_F(ListenersTest, MakeACertificateOnce) {
     ServeRequest request;
     request.listen = {"https://127.0.0.3:0"};
-    EXPECT_TRUE(makeListeners(request).identity);
+    EXPECT_TRUE(make(request).identity);
     EXPECT_EQ(folder.file("data/certificate.pem"), ownCertificateFile());
     const std::string certificate = folder.read("data/certificate.pem");
     EXPECT_THAT(certificate, testing::StartsWith("-----BEGIN CERTIFICATE-----"));
     struct stat key {};
     ASSERT_EQ(0, stat(folder.file("data/key.pem").c_str(), &key));
     EXPECT_EQ(0600U, key.st_mode & 0777U);
-    EXPECT_TRUE(makeListeners(request).identity);
+    EXPECT_TRUE(make(request).identity);
     EXPECT_EQ(certificate, folder.read("data/certificate.pem")) << "clients trust the first";
+}
+
+TEST_F(ListenersTest, MakeTheirOwnCertificateAnewForAnotherAddress) {
+    ServeRequest request;
+    request.listen = {"https://127.0.0.3:0"};
+    (void)make(request);
+    const std::string first = folder.read("data/certificate.pem");
+    request.listen = {"https://0.0.0.0:0", "https://[::1]:0"};
+    (void)make(request);
+    EXPECT_EQ(first, folder.read("data/certificate.pem")) << "cards come and go";
+    EXPECT_EQ(std::vector<std::string>(), said);
+    request.listen = {"https://127.0.0.4:0"};
+    (void)make(request);
+    const std::string second = folder.read("data/certificate.pem");
+    EXPECT_NE(first, second);
+    ASSERT_EQ(1U, said.size());
+    EXPECT_THAT(said.front(), HasSubstr(folder.file("data/certificate.pem")));
+    (void)make(request);
+    EXPECT_EQ(second, folder.read("data/certificate.pem"));
+    EXPECT_EQ(1U, said.size());
+}
+
+TEST_F(ListenersTest, AreNamedInTheirCertificateByAllThatTheMachineHas) {
+    ServeRequest request;
+    request.listen = {"https://[::]:0"};
+    (void)make(request);
+    std::vector<std::string> names = namesOfThisMachine();
+    for (const std::string& address : addressesOfThisMachine()) {
+        names.push_back(address);
+    }
+    EXPECT_THAT(names, testing::IsSupersetOf({"localhost", "127.0.0.1", "::1"}));
+    EXPECT_FALSE(isOwnForOthers(ownCertificateFile(), names));
+    EXPECT_TRUE(isOwnForOthers(ownCertificateFile(), {"192.0.2.77"}));
+    EXPECT_TRUE(isOwnForOthers(ownCertificateFile(), {"another"}));
+    EXPECT_FALSE(isOwnForOthers(folder.file("missing.pem"), {"another"}));
 }
 
 TEST_F(ListenersTest, SayWhichCertificateCannotBeUsed) {
@@ -98,7 +138,7 @@ TEST_F(ListenersTest, SayWhichCertificateCannotBeUsed) {
     request.listen = {"https://127.0.0.1:0"};
     request.certificateFile = request.keyFile = folder.write("no.pem", "nothing");
     try {
-        (void)makeListeners(request);
+        (void)make(request);
         ADD_FAILURE() << "it is used";
     } catch (const Error& error) {
         EXPECT_THAT(error.what(), HasSubstr("no.pem"));
