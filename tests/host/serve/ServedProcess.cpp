@@ -83,7 +83,6 @@ void ServedProcess::_serve(int announced) const {
     try {
         status = serve({_folder.file("serve.conf"), {}}, _providers,
                        {[announced](const std::string& line) { _write(announced, line); },
-                        [](const std::string& line) { _write(STDERR_FILENO, line); },
                         [](const std::string& line) { _write(STDERR_FILENO, line); }});
     } catch (const std::exception& error) {
         _write(STDERR_FILENO, error.what());
