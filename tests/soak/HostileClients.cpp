@@ -128,7 +128,7 @@ HostileResult _badInput(const Target& target, const GoesOn& goesOn) {
     std::map<std::string, std::size_t> right;
     HostileResult result;
     for (; goesOn(); ++result.times) {
-        const BadInput& input = all[result.times % all.size()];
+        const BadInput& input = all[std::size_t(result.times % all.size())];
         const std::string answer = _answerTo(target, input.bytes);
         if (_begins(answer, input.status) && answer.find(input.text) != std::string::npos) {
             ++right[input.name];
