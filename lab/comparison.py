@@ -103,8 +103,8 @@ def same_row(name, expected, instances):
 
 
 def sanitized_row(found, instances):
-    """The same parts with other serial numbers, but for those that say nothing."""
-    told = [part for part in found if len(part.serial) > 2]
+    """The same parts with other serial numbers, but for those that are too short to tell anything."""
+    told = [part for part in found if sum(map(str.isalnum, part.serial)) > 3]
     others = {part.tag: part for part in tavqz_parts(instances)}
     kept = [part.tag for part in told
             if part.tag not in others or others[part.tag].serial in ("", part.serial)
