@@ -15,14 +15,14 @@
 class Streams {
 public:
     Streams() : _output(dup(STDOUT_FILENO)), _error(dup(STDERR_FILENO)) {
-        std::fflush(stdout);
+        (void)std::fflush(stdout);
         const QZ::Descriptor file(
             open(_folder.file("printed").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0600));
         dup2(file.get(), STDOUT_FILENO);
         dup2(file.get(), STDERR_FILENO);
     }
     ~Streams() {
-        std::fflush(stdout);
+        (void)std::fflush(stdout);
         dup2(_output.get(), STDOUT_FILENO);
         dup2(_error.get(), STDERR_FILENO);
     }
