@@ -53,7 +53,7 @@ TEST_F(ServeLogTest, WritesInTheFormThatItWasToldLast) {
 TEST_F(ServeLogTest, MakesObjectsOfWhatOthersPrint) {
     log.setJson(true);
     std::printf("about to load library [../lib/libtav_shrdevice.so]\n");
-    std::fprintf(stderr, "\xff\x1b[2J\n");
+    (void)std::fprintf(stderr, "\xff\x1b[2J\n");
     log.setJson(false);
     EXPECT_THAT(messages(), ElementsAre("about to load library [../lib/libtav_shrdevice.so]",
                                         "\xef\xbf\xbd\x1b[2J"));
