@@ -270,6 +270,9 @@ TEST(HttpTurns, GivesTheTurnOfALostRequestToTheNext) {
         EXPECT_THAT(next.receive(), EndsWith("<next>"));
     }
     end.set_value();
+    while (server.lostWorkers() != 0) {
+        std::this_thread::yield();
+    }
 }
 
 }  // namespace
