@@ -96,7 +96,7 @@ const ProviderEntry& InProcessServer::_entryFor(const CIMObjectPath& path) const
     if (!sameName(nameSpace, MODEL_NAMESPACE)) {
         throw CIMException(CIM_ERR_INVALID_NAMESPACE, path.getNameSpace().getString());
     }
-    const ProviderEntry* const entry = _model.registration().instanceProvider(nameSpace, name);
+    const ProviderEntry* const entry = _model.instanceProvider(nameSpace, name);
     if (entry) {
         return *entry;
     }

@@ -4,20 +4,17 @@
 
 namespace QZ {
 
-const Registration& Model::registration() const {
-    if (_folder.empty()) {
-        return _schema->registration;
-    }
-    std::call_once(_registrationRead,
-                   [this] { _registration = Schema::loadRegistration(_folder); });
-    return *_registration;
-}
-
 const Schema& Model::schema() const {
-    if (!_folder.empty()) {
+    if (_registration) {
         std::call_once(_schemaRead, [this] { _schema = Schema::load(_folder); });
     }
     return *_schema;
+}
+
+const ProviderEntry* Model::instanceProvider(const std::string& nameSpace,
+                                             const std::string& className) const {
+    return _registration ? _registration->instanceProvider(nameSpace, className)
+                         : _schema->registration.instanceProvider(nameSpace, className);
 }
 
 }  // namespace QZ

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 
+#include "RegistrationReader.h"
 #include "Schema.h"
 
 namespace QZ {
@@ -17,16 +19,20 @@ class Model {
 public:
     explicit Model(Schema schema) : _schema(std::move(schema)) {}
     // Nothing is read yet.
-    explicit Model(std::string folder) : _folder(std::move(folder)) {}
+    explicit Model(const std::string& folder)
+        : _folder(folder), _registration(std::make_unique<RegistrationReader>(folder)) {}
 
     // Throw as Schema::load does; the next call then tries again.
-    const Registration& registration() const;
     const Schema& schema() const;
+    // As Registration::instanceProvider().
+    const ProviderEntry* instanceProvider(const std::string& nameSpace,
+                                          const std::string& className) const;
 
 private:
-    std::string _folder;  // empty: the schema was given
-    mutable std::once_flag _registrationRead, _schemaRead;
-    mutable std::optional<Registration> _registration;
+    std::string _folder;
+    // Null where the schema was given.
+    std::unique_ptr<RegistrationReader> _registration;
+    mutable std::once_flag _schemaRead;
     mutable std::optional<Schema> _schema;
 };
 

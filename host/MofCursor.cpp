@@ -46,7 +46,7 @@ MofToken MofCursor::take() {
 }
 
 void MofCursor::_skip() {
-    _token = _lexer.next();
+    _lexer.next(_token);
 }
 
 bool MofCursor::accept(char punctuation) {

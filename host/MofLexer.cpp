@@ -92,53 +92,52 @@ void MofLexer::_skipBlanks() {
 }
 
 MofToken MofLexer::next() {
-    _skipBlanks();
     MofToken token;
+    next(token);
+    return token;
+}
+
+void MofLexer::next(MofToken& token) {
+    _skipBlanks();
+    token.kind = MofToken::End;
+    token.text.clear();
+    token.number = 0;
     token.position = _position;
     if (_atEnd()) {
-        return token;
+        return;
     }
     const char c = _peek();
     if (_isNameStart(c)) {
-        return _identifier();
-    }
-    if (_isDigit(c) || (c == '.' && _isDigit(_peek(1)))) {
-        return _number();
-    }
-    if (c == '"') {
-        return _string();
-    }
-    if (c == '\'') {
-        return _char();
-    }
-    if (c == '#') {
+        _identifier(token);
+    } else if (_isDigit(c) || (c == '.' && _isDigit(_peek(1)))) {
+        _number(token);
+    } else if (c == '"') {
+        _string(token);
+    } else if (c == '\'') {
+        _char(token);
+    } else if (c == '#') {
         _take();
-        token.text = _identifier().text;
+        _identifier(token);
         if (token.text != "pragma") {
             fail(token.position, "#pragma expected");
         }
         token.kind = MofToken::Pragma;
-        return token;
-    }
-    if (c == '\0' || !std::strchr("{}[](),;:=+-$", c)) {
+    } else if (c == '\0' || !std::strchr("{}[](),;:=+-$", c)) {
         fail(token.position, "a character that MOF does not know");
+    } else {
+        token.kind = MofToken::Punctuation;
+        token.text.push_back(_take());
     }
-    token.kind = MofToken::Punctuation;
-    token.text.push_back(_take());
-    return token;
 }
 
-MofToken MofLexer::_identifier() {
-    MofToken token;
+void MofLexer::_identifier(MofToken& token) {
     token.kind = MofToken::Identifier;
-    token.position = _position;
     const std::size_t start = _at;
     while (!_atEnd() && _isNamePart(_text[_at])) {
         ++_at;
     }
     token.text = _text.substr(start, _at - start);
     _position.column += unsigned(_at - start);
-    return token;
 }
 
 }  // namespace QZ

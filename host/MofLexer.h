@@ -54,6 +54,8 @@ public:
     MofLexer(std::string_view text, std::string fileName);
 
     MofToken next();
+    // The same, in place of a token that is done with.
+    void next(MofToken& token);
 
     [[noreturn]] void fail(MofPosition position, const std::string& what) const;
 
@@ -70,15 +72,15 @@ private:
     char _take();
     void _skipBlanks();
     void _skipComment();
-    MofToken _identifier();
-    MofToken _number();
+    void _identifier(MofToken& token);
+    void _number(MofToken& token);
     void _takeNumber();
     std::uint64_t _magnitude(std::string_view digits, unsigned base, MofPosition position) const;
-    MofToken _string();
+    void _string(MofToken& token);
     void _stringPiece(std::string& content);
     // What stands for itself and is one character a byte, as nearly all text.
     void _plainText(std::string& content);
-    MofToken _char();
+    void _char(MofToken& token);
     std::uint32_t _character();
     std::uint32_t _escape();
     std::uint32_t _hexadecimal();

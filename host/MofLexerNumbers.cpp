@@ -61,9 +61,7 @@ void MofLexer::_takeNumber() {
     }
 }
 
-MofToken MofLexer::_number() {
-    MofToken token;
-    token.position = _position;
+void MofLexer::_number(MofToken& token) {
     const std::size_t start = _at;
     _takeNumber();
     const std::string_view text = _text.substr(start, _at - start);
@@ -81,7 +79,6 @@ MofToken MofLexer::_number() {
     } else {
         token.number = _magnitude(text, text.size() > 1 && text[0] == '0' ? 8 : 10, token.position);
     }
-    return token;
 }
 
 std::uint64_t MofLexer::_magnitude(std::string_view digits, unsigned base,

@@ -8,15 +8,12 @@
 
 namespace QZ {
 
-MofToken MofLexer::_string() {
-    MofToken token;
+void MofLexer::_string(MofToken& token) {
     token.kind = MofToken::String;
-    token.position = _position;
     do {
         _stringPiece(token.text);
         _skipBlanks();
     } while (!_atEnd() && _peek() == '"');
-    return token;
 }
 
 void MofLexer::_stringPiece(std::string& content) {
@@ -57,10 +54,8 @@ void MofLexer::_plainText(std::string& content) {
     _position.column += unsigned(_at - start);
 }
 
-MofToken MofLexer::_char() {
-    MofToken token;
+void MofLexer::_char(MofToken& token) {
     token.kind = MofToken::Char;
-    token.position = _position;
     _take();
     if (_atEnd() || _peek() == '\'' || _peek() == '\n') {
         fail(token.position, "a character expected");
@@ -69,7 +64,6 @@ MofToken MofLexer::_char() {
     if (_atEnd() || _take() != '\'' || token.number > 0xFFFF) {
         fail(token.position, "one character of at most 16 bits expected");
     }
-    return token;
 }
 
 std::uint32_t MofLexer::_character() {

@@ -152,7 +152,9 @@ MofInstance _takeInstance(MofCursor& cursor) {
     return instance;
 }
 
-void _takeDeclaration(MofCursor& cursor, MofDocument& document) {
+}  // namespace
+
+void takeMofDeclaration(MofCursor& cursor, MofDocument& document) {
     if (cursor.token().kind == MofToken::Pragma) {
         return _skipPragma(cursor);
     }
@@ -170,14 +172,12 @@ void _takeDeclaration(MofCursor& cursor, MofDocument& document) {
     }
 }
 
-}  // namespace
-
 MofDocument parseMof(std::string_view text, const std::string& fileName) {
     MofDocument document;
     document.file = fileName;
     MofCursor cursor(text, fileName);
     while (!cursor.atEnd()) {
-        _takeDeclaration(cursor, document);
+        takeMofDeclaration(cursor, document);
     }
     return document;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,7 @@ public:
              const std::string& className);
 
     // Who answers for the instances of that class in that namespace, names compared ignoring case;
-    // null for nobody. Valid as long as the registration.
+    // null for nobody. Valid as long as the registration, also while it grows.
     const ProviderEntry* instanceProvider(const std::string& nameSpace,
                                           const std::string& className) const;
 
@@ -55,8 +56,8 @@ private:
     void _addProvider(const MofDocument& document, const MofInstance& instance);
     void _addCapability(const MofDocument& document, const MofInstance& instance);
 
-    std::vector<ProviderEntry> _modules;  // without a name
-    std::vector<ProviderEntry> _providers;
+    std::vector<ProviderEntry> _modules;   // without a name
+    std::deque<ProviderEntry> _providers;  // which stay where they are
     std::vector<Capability> _capabilities;
 };
 

@@ -26,10 +26,6 @@ struct Schema {
     // where the folder has none or one cannot be read, MofError for what is wrong in one.
     static Schema load(const std::string& folder);
 
-    // The registration alone, out of the same files: those that name none of its classes are not
-    // looked at any closer.
-    static Registration loadRegistration(const std::string& folder);
-
     // The classes of the namespace of that name, ignoring case; null where there is none.
     const ClassRepository* find(const std::string& nameSpace) const;
 };
