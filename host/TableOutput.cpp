@@ -20,96 +20,137 @@ constexpr std::size_t _lineWidth = 120;
 // Between a property's name and its value.
 constexpr std::size_t _gap = 2;
 
-std::string _nameOf(const CIMConstProperty& property) {
-    return make_string(property.getName().getString());
+using Properties = std::vector<CIMConstProperty>;
+
+// The properties of an instance, taken out of the one before where there was one.
+void _take(const CIMConstInstance& instance, Properties& properties) {
+    properties.clear();
+    const Uint32 count = instance.getPropertyCount();
+    properties.reserve(count);
+    for (Uint32 i = 0; i < count; ++i) {
+        properties.push_back(instance.getProperty(i));
+    }
 }
 
-std::string _textOf(const CIMConstProperty& property) {
-    return property.getValue().isNull() ? "null" : plainText(property.getValue());
+Properties _propertiesOf(const CIMConstInstance& instance) {
+    Properties properties;
+    _take(instance, properties);
+    return properties;
 }
 
-std::vector<std::string> _names(const CIMInstance& instance) {
+bool _haveSameNames(const Properties& left, const Properties& right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](const CIMConstProperty& a, const CIMConstProperty& b) {
+                          return a.getName().getString() == b.getName().getString();
+                      });
+}
+
+void _appendText(std::string& text, const CIMConstProperty& property) {
+    const CIMValue& value = property.getValue();
+    if (value.isNull()) {
+        text += "null";
+    } else {
+        appendPlainText(text, value);
+    }
+}
+
+std::vector<std::string> _names(const Properties& properties) {
     std::vector<std::string> names;
-    names.reserve(instance.getPropertyCount());
-    for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-        names.push_back(_nameOf(instance.getProperty(i)));
+    names.reserve(properties.size());
+    for (const CIMConstProperty& property : properties) {
+        names.push_back(make_string(property.getName().getString()));
     }
     return names;
 }
 
-std::vector<std::string> _texts(const CIMInstance& instance) {
-    std::vector<std::string> texts;
-    texts.reserve(instance.getPropertyCount());
-    for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-        texts.push_back(_textOf(instance.getProperty(i)));
+std::vector<std::string> _texts(const Properties& properties) {
+    std::vector<std::string> texts(properties.size());
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+        _appendText(texts[i], properties[i]);
     }
     return texts;
-}
-
-bool _hasShapeOf(const CIMInstance& instance, const CIMInstance& model) {
-    if (instance.getClassName() != model.getClassName() ||
-        instance.getPropertyCount() != model.getPropertyCount()) {
-        return false;
-    }
-    for (Uint32 i = 0; i < model.getPropertyCount(); ++i) {
-        if (instance.getProperty(i).getName().getString() !=
-            model.getProperty(i).getName().getString()) {
-            return false;
-        }
-    }
-    return true;
 }
 
 // In lines, as a table; empty where that would be too wide or their properties are
 // not the same.
 std::string _lines(const std::vector<CIMInstance>& list) {
-    TextTable table(_names(list.front()));
+    const Properties first = _propertiesOf(list.front());
+    TextTable table(_names(first));
     for (const CIMInstance& instance : list) {
-        if (table.getWidth() > _lineWidth || !_hasShapeOf(instance, list.front())) {
+        const Properties properties = _propertiesOf(instance);
+        if (table.getWidth() > _lineWidth ||
+            instance.getClassName() != list.front().getClassName() ||
+            !_haveSameNames(properties, first)) {
             return "";
         }
-        table.addRow(_texts(instance));
+        table.addRow(_texts(properties));
     }
     return table.getWidth() > _lineWidth ? "" : table.toString();
 }
 
-// The names of an instance's properties, visible and filled up with blanks to the column of the
-// values.
-std::vector<std::string> _labels(const CIMInstance& instance) {
-    std::vector<std::string> labels = _names(instance);
-    std::size_t width = 0;
-    for (std::string& label : labels) {
-        label = visibleText(label);
-        width = std::max(width, textWidth(label));
+// Writes instances one below the other: the class, and a line for each property. Not by a table,
+// which would hold in memory what is written line after line.
+class Blocks {
+public:
+    void add(const CIMInstance& instance) {
+        _take(instance, _properties);
+        _text += _text.empty() ? "" : "\n";
+        _addClass(instance.getClassName());
+        if (!_haveSameNames(_properties, _labelled)) {
+            _labels = _labelsOf(_properties);
+        }
+        for (std::size_t i = 0; i < _properties.size(); ++i) {
+            _value.clear();
+            _appendText(_value, _properties[i]);
+            _text += _labels[i];
+            appendVisibleText(_text, _value);
+            _text.erase(_text.find_last_not_of(' ') + 1);
+            _text += '\n';
+        }
+        _properties.swap(_labelled);
     }
-    for (std::string& label : labels) {
-        label.append(width - textWidth(label) + _gap, ' ');
-    }
-    return labels;
-}
 
-// One below the other: the class, and a line for each property. Not by a table, which would hold in
-// memory what is written line after line.
-std::string _blocks(const std::vector<CIMInstance>& list) {
-    std::string text;
-    std::vector<std::string> labels;
-    const CIMInstance* last = nullptr;
-    for (const CIMInstance& instance : list) {
-        if (!last || !_hasShapeOf(instance, *last)) {
-            labels = _labels(instance);
+    std::string take() { return std::move(_text); }
+
+private:
+    void _addClass(const CIMName& name) {
+        if (_class.empty() || _className != name.getString()) {
+            _className = name.getString();
+            _class = visibleText(make_string(name.getString())) + '\n';
         }
-        last = &instance;
-        text += text.empty() ? "" : "\n";
-        appendVisibleText(text, make_string(instance.getClassName().getString()));
-        text += '\n';
-        for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-            text += labels[i];
-            appendVisibleText(text, _textOf(instance.getProperty(i)));
-            text.erase(text.find_last_not_of(' ') + 1);
-            text += '\n';
-        }
+        _text += _class;
     }
-    return text;
+
+    // The names of an instance's properties, visible and filled up with blanks to the column of the
+    // values.
+    static std::vector<std::string> _labelsOf(const Properties& properties) {
+        std::vector<std::string> labels = _names(properties);
+        std::size_t width = 0;
+        for (std::string& label : labels) {
+            label = visibleText(label);
+            width = std::max(width, textWidth(label));
+        }
+        for (std::string& label : labels) {
+            label.append(width - textWidth(label) + _gap, ' ');
+        }
+        return labels;
+    }
+
+    std::string _text;
+    String _className;
+    std::string _class;  // its line
+    Properties _properties;
+    Properties _labelled;  // that the labels are of
+    std::vector<std::string> _labels;
+    std::string _value;
+};
+
+std::string _blocks(const std::vector<CIMInstance>& list) {
+    Blocks blocks;
+    for (const CIMInstance& instance : list) {
+        blocks.add(instance);
+    }
+    return blocks.take();
 }
 
 std::string _keys(const ClassDeclaration& declared) {

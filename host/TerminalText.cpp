@@ -11,18 +11,6 @@ namespace QZ {
 
 namespace {
 
-// What is written as it is and is the same in UTF-8.
-bool _isPlain(char c) {
-    return c >= 0x20 && c < 0x7F;
-}
-
-const char* _plainEnd(const char* at, const char* end) {
-    while (at != end && _isPlain(*at)) {
-        ++at;
-    }
-    return at;
-}
-
 bool _changesDirection(std::uint32_t c) {
     return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
            (c >= 0x2066 && c <= 0x2069);
@@ -51,9 +39,9 @@ void appendVisibleText(std::string& line, const std::string& text) {
     const char* at = text.data();
     const char* const end = at + text.size();
     while (at != end) {
-        const char* const plain = _plainEnd(at, end);
+        const char* const plain = plainEnd(at, end);
         if (plain != at) {
-            line.append(at, plain);
+            line.append(at, std::size_t(plain - at));
             at = plain;
             continue;
         }

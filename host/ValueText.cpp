@@ -23,35 +23,41 @@ std::string _realText(T number) {
     return std::string(buffer, result.ptr);
 }
 
-struct PlainText {
-    std::string operator()(const String& text) const { return make_string(text); }
-    std::string operator()(const Char16& c) const { return make_string(String(&c, 1)); }
-    std::string operator()(const CIMDateTime& date) const { return make_string(date.toString()); }
-    std::string operator()(const CIMObjectPath& path) const { return make_string(path.toString()); }
-    std::string operator()(const CIMObject& object) const { return _embedded(object); }
-    std::string operator()(const CIMInstance& instance) const { return _embedded(instance); }
-    std::string operator()(Boolean truth) const { return truth ? "true" : "false"; }
-    std::string operator()(Real32 number) const { return realText(number); }
-    std::string operator()(Real64 number) const { return realText(number); }
+// Writes behind what is there.
+class PlainText {
+public:
+    explicit PlainText(std::string& text) : _text(text) {}
+
+    void operator()(const String& text) const { append_string(_text, text); }
+    void operator()(const Char16& c) const { append_string(_text, String(&c, 1)); }
+    void operator()(const CIMDateTime& date) const { append_string(_text, date.toString()); }
+    void operator()(const CIMObjectPath& path) const { append_string(_text, path.toString()); }
+    void operator()(const CIMObject& object) const { _embedded(object); }
+    void operator()(const CIMInstance& instance) const { _embedded(instance); }
+    void operator()(Boolean truth) const { _text += truth ? "true" : "false"; }
+    void operator()(Real32 number) const { _text += realText(number); }
+    void operator()(Real64 number) const { _text += realText(number); }
     template <class Integer>
-    std::string operator()(Integer number) const {
-        return std::to_string(number);
+    void operator()(Integer number) const {
+        _text += std::to_string(number);
     }
     template <class T>
-    std::string operator()(const Array<T>& array) const {
-        std::string text;
+    void operator()(const Array<T>& array) const {
         for (Uint32 i = 0; i < array.size(); ++i) {
-            text += i ? ", " : "";
-            text += (*this)(array[i]);
+            _text += i ? ", " : "";
+            (*this)(array[i]);
         }
-        return text;
     }
 
 private:
     template <class Object>
-    std::string _embedded(const Object& object) const {
-        return "(" + make_string(object.getClassName().getString()) + ")";
+    void _embedded(const Object& object) const {
+        _text += '(';
+        append_string(_text, object.getClassName().getString());
+        _text += ')';
     }
+
+    std::string& _text;
 };
 
 }  // namespace
@@ -65,7 +71,15 @@ std::string realText(Real64 number) {
 }
 
 std::string plainText(const CIMValue& value) {
-    return value.isNull() ? std::string() : visitValue(value, PlainText());
+    std::string text;
+    appendPlainText(text, value);
+    return text;
+}
+
+void appendPlainText(std::string& text, const CIMValue& value) {
+    if (!value.isNull()) {
+        visitValue(value, PlainText(text));
+    }
 }
 
 std::string humanDate(const CIMDateTime& value) {

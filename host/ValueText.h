@@ -13,6 +13,8 @@ namespace QZ {
 // A value's plain text, UTF-8: text as it is, dates in the 25-character CIM form, numbers in
 // decimal, references as paths, an array's elements with ", " between, nothing for null.
 std::string plainText(const Pegasus::CIMValue& value);
+// The same, behind what is there.
+void appendPlainText(std::string& text, const Pegasus::CIMValue& value);
 
 // The shortest decimal text that reads back as that number.
 std::string realText(Pegasus::Real32 number);

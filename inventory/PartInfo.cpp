@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "Text.h"
+
 namespace QZ {
 namespace {
 
@@ -12,7 +14,15 @@ bool _isControl(char character) {
     return character >= 1 && character <= 31;
 }
 
+bool _isClean(const std::string& text) {
+    return plainEnd(text.data(), text.data() + text.size()) == text.data() + text.size() &&
+           (text.empty() || (text.front() != ' ' && text.back() != ' '));
+}
+
 std::string _clean(std::string text) {
+    if (_isClean(text)) {
+        return text;  // as most are
+    }
     text.erase(std::remove_if(text.begin(), text.end(), _isControl), text.end());
     text.erase(text.find_last_not_of(' ') + 1);
     text.erase(0, text.find_first_not_of(' '));

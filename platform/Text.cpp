@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "Text.h"
 
+#include <cstring>
+
 #include <algorithm>
 #include <cstddef>
 
@@ -68,6 +70,20 @@ bool decodeUtf8(const char*& at, const char* end, std::uint32_t& codePoint) {
     at += length;
     codePoint = value;
     return true;
+}
+
+const char* plainEnd(const char* at, const char* end) {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    // Eight at a time: the highest bit of a byte is set in the byte, after taking 0x20 from it, or
+    // after adding 1 to it. A borrow or carry into the next byte comes from one that is not plain.
+    for (std::uint64_t eight = 0; end - at >= 8; at += 8) {
+        std::memcpy(&eight, at, sizeof eight);
+        if (((eight | (eight - 0x20 * ones) | (eight + ones)) & 0x80 * ones) != 0)
+            break;
+    }
+    while (at != end && *at >= 0x20 && *at < 0x7F)
+        ++at;
+    return at;
 }
 
 void appendUtf8(std::string& text, std::uint32_t codePoint) {

@@ -21,6 +21,10 @@ std::string make_string(const std::wstring& text);
 // U+10FFFF are invalid.
 bool decodeUtf8(const char*& at, const char* end, std::uint32_t& codePoint);
 
+// The end of the printable ASCII that starts at `at`: 0x20 to 0x7E, the same in every encoding, as
+// nearly all text.
+const char* plainEnd(const char* at, const char* end);
+
 // Appends the UTF-8 form of a valid code point.
 void appendUtf8(std::string& text, std::uint32_t codePoint);
 

@@ -19,7 +19,8 @@ std::string _text(const PartInfo& part) {
 }
 
 std::string _identifier(const PartInfo& part) {
-    return "TAVIRA|CorvanaAgent|SerialNumberInformation " + _text<&PartInfo::getTag>(part);
+    std::string text = "TAVIRA|CorvanaAgent|SerialNumberInformation ";
+    return text += _text<&PartInfo::getTag>(part);
 }
 
 constexpr RecordProperty<PartInfo> _properties[] = {

@@ -59,9 +59,16 @@ Uint32 _decodeSequence(const unsigned char* bytes, Uint32 length) {
 
 Uint32 decodeUtf8(const char* bytes, Uint32 size, Char16* out) {
     const auto* in = reinterpret_cast<const unsigned char*>(bytes);
+    unsigned all = 0;
+    for (Uint32 i = 0; i < size; ++i) {
+        all |= in[i];
+        out[i] = in[i];
+    }
+    if (all < 0x80)
+        return size;  // as nearly all text
     Uint32 count = 0;
     for (Uint32 i = 0; i < size;) {
-        if (in[i] < 0x80) {  // as nearly all text
+        if (in[i] < 0x80) {
             out[count++] = in[i++];
             continue;
         }

@@ -4,7 +4,6 @@
 
 #include <Pegasus/Common/Char16.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -37,11 +36,6 @@ bool _isLowSurrogate(std::uint32_t unit) {
     return (unit & 0xFC00) == 0xDC00;
 }
 
-// What is the same in every encoding, as nearly all text.
-bool _isPlain(char c) {
-    return c >= 0x20 && c < 0x7F;
-}
-
 }  // namespace
 
 Pegasus::String make_String(const std::string& text) {
@@ -50,7 +44,7 @@ Pegasus::String make_String(const std::string& text) {
     }
     const char* at = text.data();
     const char* const end = at + text.size();
-    if (std::all_of(at, end, _isPlain)) {
+    if (plainEnd(at, end) == end) {
         return Pegasus::String(at, static_cast<Pegasus::Uint32>(text.size()));
     }
     std::vector<Pegasus::Char16> units;
@@ -72,15 +66,27 @@ Pegasus::String make_String(const std::wstring& text) {
 }
 
 std::string make_string(const Pegasus::String& text) {
+    std::string result;
+    append_string(result, text);
+    return result;
+}
+
+void append_string(std::string& result, const Pegasus::String& text) {
     const Pegasus::Uint32 size = text.size();
     const Pegasus::Char16* const units = text.getChar16Data();
-    std::string result(size, '\0');
-    Pegasus::Uint32 i = 0;
-    for (; i < size && static_cast<std::uint32_t>(units[i]) < 0x80; ++i) {
-        result[i] = static_cast<char>(units[i]);  // as nearly all text
+    const std::size_t start = result.size();
+    result.resize(start + size);
+    char* const out = result.data() + start;
+    std::uint32_t all = 0;
+    for (Pegasus::Uint32 i = 0; i < size; ++i) {
+        all |= units[i];
+        out[i] = static_cast<char>(units[i]);
     }
-    result.resize(i);
-    for (; i < size; ++i) {
+    if (all < 0x80) {
+        return;  // as nearly all text
+    }
+    result.resize(start);
+    for (Pegasus::Uint32 i = 0; i < size; ++i) {
         std::uint32_t c = units[i];
         if (_isHighSurrogate(c) && i + 1 < size && _isLowSurrogate(units[i + 1])) {
             c = 0x10000 + ((c & 0x3FF) << 10) + (static_cast<std::uint32_t>(units[++i]) & 0x3FF);
@@ -89,7 +95,6 @@ std::string make_string(const Pegasus::String& text) {
         }
         appendUtf8(result, c);
     }
-    return result;
 }
 
 Pegasus::String ltrim(const Pegasus::String& text) {

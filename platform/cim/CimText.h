@@ -16,6 +16,8 @@ Pegasus::String make_String(const std::wstring& text);
 
 // A client's text as UTF-8. A surrogate without its other half becomes U+FFFD.
 std::string make_string(const Pegasus::String& text);
+// The same, behind what is there.
+void append_string(std::string& result, const Pegasus::String& text);
 
 // Without the blanks at the beginning, and at the end; tabs and line ends are none.
 Pegasus::String ltrim(const Pegasus::String& text);

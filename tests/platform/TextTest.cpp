@@ -106,3 +106,20 @@ TEST(Utf8, EncodesWhatItDecodes) {
         EXPECT_TRUE(decodes(text, codePoint)) << codePoint;
     }
 }
+
+TEST(Text, IsPlainUpToTheFirstByteThatIsNot) {
+    const std::string plain = "The quick brown fox ~ 0123456789";
+    for (std::size_t length = 0; length <= plain.size(); ++length) {
+        const std::string text = plain.substr(0, length);
+        EXPECT_EQ(text.data() + length, plainEnd(text.data(), text.data() + length));
+    }
+    for (int byte = 0; byte < 256; ++byte) {
+        const bool isPlain = byte >= 0x20 && byte < 0x7F;
+        for (std::size_t place = 0; place < 18; ++place) {
+            std::string text = plain;
+            text[place] = static_cast<char>(byte);
+            const char* const end = text.data() + text.size();
+            EXPECT_EQ(isPlain ? end : text.data() + place, plainEnd(text.data(), end)) << byte;
+        }
+    }
+}

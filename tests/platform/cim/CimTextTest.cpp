@@ -55,6 +55,25 @@ TEST(CimText, ReceivesEveryCharacter) {
     EXPECT_EQ(make_string(make_String(text)), text);
 }
 
+TEST(CimText, ReceivesACharacterWhereverItStands) {
+    for (const std::string character : {"\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x92\xBB", "\x7F"}) {
+        for (std::size_t length = 0; length < 20; ++length) {
+            for (std::size_t place = 0; place <= length; ++place) {
+                std::string text(length, 'a');
+                text.insert(place, character);
+                EXPECT_EQ(make_string(make_String(text)), text);
+            }
+        }
+    }
+}
+
+TEST(CimText, WritesBehindWhatIsThere) {
+    std::string text = "a: ";
+    append_string(text, make_String(std::string("b\xC3\xA9")));
+    append_string(text, "");
+    EXPECT_EQ("a: b\xC3\xA9", text);
+}
+
 TEST(CimText, ReplacesALoneSurrogate) {
     const Pegasus::Char16 units[] = {Pegasus::Char16('a'), Pegasus::Char16(0xD83D),
                                      Pegasus::Char16('b'), Pegasus::Char16(0xDCBB),
