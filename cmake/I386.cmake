@@ -20,8 +20,9 @@ foreach(language C CXX)
   set(CMAKE_${language}_STANDARD_INCLUDE_DIRECTORIES
       "${i386_root}/usr/include/${CMAKE_LIBRARY_ARCHITECTURE}")
 endforeach()
-# What a library needs itself is searched where its user's libraries are.
+# What programs need is nowhere else when they run, and what a library needs itself is searched where
+# its user's libraries are.
 set(libraries "${i386_root}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}")
 foreach(kind EXE SHARED MODULE)
-  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags -Wl,-rpath-link,${libraries}")
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags -Wl,-rpath,${libraries}")
 endforeach()

@@ -15,6 +15,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/archive")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 set(TAVQZ_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
 
@@ -56,6 +57,15 @@ function(tavqz_library name)
   add_library(${name} ${kind} ${arg_SOURCES})
   target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE tavqz_options ${arg_PRIVATE})
+endfunction()
+
+# tavqz_installed(TARGET FOLDER): finds libraries in that folder beside its own, as it is installed
+# and as it was built. What CMake writes for the build alone names the working folder as well, where
+# anybody may have put a library.
+function(tavqz_installed target folder)
+  set_target_properties(${target} PROPERTIES
+    INSTALL_RPATH "${folder}"
+    BUILD_WITH_INSTALL_RPATH ON)
 endfunction()
 
 # tavqz_executable(NAME SOURCES file... [LINK lib...])
