@@ -30,6 +30,9 @@ LIBRARIES = ["libc6", "libgcc-s1", "libstdc++6", "libtinfo6", "libgcrypt20", "li
 PROGRAMS = ["bin/tavqz", "libexec/tavqz", "lib/libAssetIDProvider.so",
             "lib/libTavqzRaidProvider.so", "lib/libtav_shrdevice.so"]
 
+# What they load when they need it, which no header tells.
+LOADED = re.compile(rb"libicuuc\.so\.\d+")
+
 # Images of earlier states that are kept: others may use them at the moment.
 KEPT = 2
 
@@ -55,7 +58,9 @@ class Libraries:
         done = set()
         while pending:
             needing = pending.pop()
-            for name in re.findall(r"\(NEEDED\).*\[(.+)\]", run("readelf", "-dW", needing)):
+            names = re.findall(r"\(NEEDED\).*\[(.+)\]", run("readelf", "-dW", needing))
+            names += [name.decode() for name in LOADED.findall(pathlib.Path(needing).read_bytes())]
+            for name in names:
                 if name not in done:
                     done.add(name)
                     library = self._find(needing, name)

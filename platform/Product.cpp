@@ -64,6 +64,11 @@ std::string machineId() {
                                                                             : std::string();
 }
 
+bool isFolder(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 // An empty text when the folder stands.
 std::string makeFolder(const std::string& path) {
     if (::mkdir(path.c_str(), S_IRWXU) == 0)
@@ -122,6 +127,9 @@ bool Product::makeDataDirectory(std::string& reason) noexcept {
     try {
         const std::string folder = MachinePaths::dataDirectory();
         reason.clear();
+        // As it is from the second time on.
+        if (isFolder(folder))
+            return true;
         for (std::size_t slash = folder.find('/', 1); slash != std::string::npos && reason.empty();
              slash = folder.find('/', slash + 1))
             reason = makeFolder(folder.substr(0, slash));
