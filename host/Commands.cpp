@@ -133,13 +133,20 @@ CIMObjectPath _create(const Request& request, Operations& server) {
     return server.createInstance(created);
 }
 
+CommandResult _list(const Request& request, Operations& server, const Output& output) {
+    CommandResult result;
+    result.instances = server.enumerateInstances(_classPath(request.subject));
+    result.text = output.instances(result.instances);
+    return result;
+}
+
 CommandResult _run(const Request& request, Operations& server, const Notes& note) {
     const std::unique_ptr<Output> output = makeOutput(request.format);
     switch (request.command) {
         case Request::Report:
             return _report(request, server, note);
         case Request::List:
-            return {output->instances(server.enumerateInstances(_classPath(request.subject)))};
+            return _list(request, server, *output);
         case Request::Names:
             return {output->names(server.enumerateInstanceNames(_classPath(request.subject)))};
         case Request::Get:

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "CommandLine.h"
 #include "Operations.h"
@@ -14,6 +15,7 @@ namespace QZ {
 struct CommandResult {
     std::string text;  // for standard output
     ExitStatus status = EXIT_OK;
+    std::vector<Pegasus::CIMInstance> instances = {};  // that "list" made the text of
 };
 
 // Takes one line of what there is to say besides the result, such as a class that a report has to
