@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "IdeProbe.h"
 
+#include <unistd.h>
+
 #include <cstring>
 
 #include "FileContent.h"
@@ -71,6 +73,10 @@ int readIdentify(char drive, char* out, int max) {
 }
 
 void getIDEInfoDirect(std::vector<IDEInfo>& drives) {
+    // Most kernels have no driver of IDE any more.
+    if (::access(MachinePaths::ideFolder().c_str(), F_OK) != 0) {
+        return;
+    }
     const MutexLock lock(_bufferMutex);
     for (char drive = 'a'; drive <= 'z'; ++drive) {
         if (readIdentify(drive, _buffer, sizeof _buffer) > 0) {

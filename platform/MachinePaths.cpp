@@ -81,8 +81,12 @@ std::string MachinePaths::cpuInfo() {
     return root() + "/proc/cpuinfo";
 }
 
+std::string MachinePaths::ideFolder() {
+    return root() + "/proc/ide";
+}
+
 std::string MachinePaths::ideIdentify(char drive) {
-    return root() + "/proc/ide/hd" + drive + "/identify";
+    return ideFolder() + "/hd" + drive + "/identify";
 }
 
 std::string MachinePaths::scsiDisk(char disk) {

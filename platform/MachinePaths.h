@@ -31,6 +31,8 @@ public:
     static std::string hypervisorUuid();
     static std::string cpuInfo();
 
+    // Where a kernel that has a driver of IDE tells of its drives.
+    static std::string ideFolder();
     // Of the drives "hda", "hdb" … and the disks "sda", "sdb" …, by their last letter.
     static std::string ideIdentify(char drive);
     static std::string scsiDisk(char disk);
