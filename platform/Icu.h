@@ -16,6 +16,7 @@ public:
     static const Icu* get();
 
 // Qualified, as each is named after what gives it its type.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): no name is declared in parentheses
 #define TAVQZ_ICU_FUNCTION(name) decltype(&::name) name = nullptr
     TAVQZ_ICU_FUNCTION(u_strToUTF8);
     TAVQZ_ICU_FUNCTION(uloc_addLikelySubtags);
