@@ -24,9 +24,6 @@ std::vector<std::string> _probedFiles() {
     std::vector<std::string> files = {_machine + "/sys/firmware/dmi/tables/DMI",
                                       _machine + "/sys/firmware/dmi/tables/smbios_entry_point",
                                       _machine + "/proc/cpuinfo", _machine + "/etc/X11/XF86Config"};
-    for (char letter = 'a'; letter <= 'z'; ++letter) {
-        files.push_back(_machine + "/proc/ide/hd" + letter + "/identify");
-    }
     for (const char* disk : {"sda", "sdb", "sdc", "sdd"}) {
         files.push_back(_machine + "/dev/" + disk + "/12018000ff00");
         files.push_back(_machine + "/dev/" + disk + "/12000000ff00");
@@ -61,7 +58,7 @@ void EnumerateParts(benchmark::State& state) {
     LoadedModule& module = LoadedModule::get();
     const CIMObjectPath path{String("TAVIRA_SerialNumberInformation")};
     const std::vector<std::string> files = _probedFiles();
-    std::vector<std::string> disks;
+    std::vector<std::string> disks = {_machine + "/proc/ide"};
     for (char letter = 'a'; letter <= 'z'; ++letter) {
         disks.push_back(_machine + "/dev/sd" + letter);
     }

@@ -20,9 +20,10 @@ foreach(language C CXX)
   set(CMAKE_${language}_STANDARD_INCLUDE_DIRECTORIES
       "${i386_root}/usr/include/${CMAKE_LIBRARY_ARCHITECTURE}")
 endforeach()
-# What programs need is nowhere else when they run, and what a library needs itself is searched where
-# its user's libraries are.
+# What a library needs itself is searched where its user's libraries are.
 set(libraries "${i386_root}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE}")
 foreach(kind EXE SHARED MODULE)
-  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags -Wl,-rpath,${libraries}")
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--disable-new-dtags -Wl,-rpath-link,${libraries}")
 endforeach()
+# Where programs that are built find what they load themselves.
+set(CMAKE_BUILD_RPATH "${libraries}")

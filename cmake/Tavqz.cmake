@@ -61,11 +61,12 @@ endfunction()
 
 # tavqz_installed(TARGET FOLDER): finds libraries in that folder beside its own, as it is installed
 # and as it was built. What CMake writes for the build alone names the working folder as well, where
-# anybody may have put a library.
+# anybody may have put a library; a build for another kind of machine needs it all the same.
 function(tavqz_installed target folder)
-  set_target_properties(${target} PROPERTIES
-    INSTALL_RPATH "${folder}"
-    BUILD_WITH_INSTALL_RPATH ON)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${folder}")
+  if(NOT CMAKE_TOOLCHAIN_FILE)
+    set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
+  endif()
 endfunction()
 
 # tavqz_executable(NAME SOURCES file... [LINK lib...])

@@ -15,7 +15,8 @@ namespace QZ {
 struct CommandResult {
     std::string text;  // for standard output
     ExitStatus status = EXIT_OK;
-    std::vector<Pegasus::CIMInstance> instances = {};  // that "list" made the text of
+    // Of "list": kept with their text, not given back before it.
+    std::vector<Pegasus::CIMInstance> instances = {};
 };
 
 // Takes one line of what there is to say besides the result, such as a class that a report has to

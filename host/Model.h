@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -17,14 +18,14 @@ namespace QZ {
 // what it hands out is valid as long as the model.
 class Model {
 public:
-    explicit Model(Schema schema) : _schema(std::move(schema)) {}
+    explicit Model(Schema schema) : _schema(std::move(schema)), _isWhole(true) {}
     // Nothing is read yet.
     explicit Model(const std::string& folder)
         : _folder(folder), _registration(std::make_unique<RegistrationReader>(folder)) {}
 
     // Throw as Schema::load does; the next call then tries again.
     const Schema& schema() const;
-    // As Registration::instanceProvider().
+    // As Registration::instanceProvider(), by the schema once that is read.
     const ProviderEntry* instanceProvider(const std::string& nameSpace,
                                           const std::string& className) const;
 
@@ -34,6 +35,7 @@ private:
     std::unique_ptr<RegistrationReader> _registration;
     mutable std::once_flag _schemaRead;
     mutable std::optional<Schema> _schema;
+    mutable std::atomic<bool> _isWhole{false};  // the schema is there
 };
 
 }  // namespace QZ

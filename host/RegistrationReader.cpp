@@ -42,29 +42,32 @@ const ProviderEntry* RegistrationReader::instanceProvider(const std::string& nam
 }
 
 bool RegistrationReader::_readMore() {
-    while (!_cursor || _cursor->atEnd()) {
-        if (_cursor) {
-            _cursor.reset();
-            _files->pop_back();
-        }
-        if (!_open()) {
-            return false;
-        }
-    }
-    try {
-        _readDeclaration();
-    } catch (...) {
-        _cursor.reset();
-        throw;
-    }
-    return true;
-}
-
-bool RegistrationReader::_open() {
     if (!_files) {
         const std::vector<std::string> files = modelFiles(_folder);
         _files.emplace(files.rbegin(), files.rend());
     }
+    if (_failure) {
+        std::rethrow_exception(_failure);
+    }
+    try {
+        while (!_cursor || _cursor->atEnd()) {
+            if (_cursor) {
+                _cursor.reset();
+                _files->pop_back();
+            }
+            if (!_open()) {
+                return false;
+            }
+        }
+        _readDeclaration();
+        return true;
+    } catch (...) {
+        _failure = std::current_exception();
+        throw;
+    }
+}
+
+bool RegistrationReader::_open() {
     for (; !_files->empty(); _files->pop_back()) {
         _text = readMofFile(_files->back());
         if (_namesRegistration(_text)) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <exception>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,8 +23,9 @@ public:
     explicit RegistrationReader(std::string folder) : _folder(std::move(folder)) {}
 
     // As Registration::instanceProvider(), valid as long as this object. Throws Error where the
-    // folder or a file cannot be read, MofError for what is wrong before the answer; the next call
-    // then tries that again.
+    // folder cannot be read, and tries that again the next time; Error where a file cannot be read
+    // and MofError for what is wrong before the answer, also whenever the answer is none of those
+    // before it.
     const ProviderEntry* instanceProvider(const std::string& nameSpace,
                                           const std::string& className);
 
@@ -39,6 +41,7 @@ private:
     std::optional<std::vector<std::string>> _files;  // that are still to read, the next one last
     std::string _text;                               // of the file that is open
     std::optional<MofCursor> _cursor;                // none: no file is open
+    std::exception_ptr _failure;                     // that ended the reading
     Registration _registration;
 };
 

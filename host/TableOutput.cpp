@@ -22,7 +22,7 @@ constexpr std::size_t _gap = 2;
 
 using Properties = std::vector<CIMConstProperty>;
 
-// The properties of an instance, taken out of the one before where there was one.
+// The properties of an instance, in place of those that are there.
 void _take(const CIMConstInstance& instance, Properties& properties) {
     properties.clear();
     const Uint32 count = instance.getPropertyCount();

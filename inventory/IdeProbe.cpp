@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "IdeProbe.h"
 
-#include <unistd.h>
-
 #include <cstring>
 
 #include "FileContent.h"
+#include "Folder.h"
 #include "MachinePaths.h"
 #include "Mutex.h"
 
@@ -74,7 +73,7 @@ int readIdentify(char drive, char* out, int max) {
 
 void getIDEInfoDirect(std::vector<IDEInfo>& drives) {
     // Most kernels have no driver of IDE any more.
-    if (::access(MachinePaths::ideFolder().c_str(), F_OK) != 0) {
+    if (!isFolder(MachinePaths::ideFolder())) {
         return;
     }
     const MutexLock lock(_bufferMutex);

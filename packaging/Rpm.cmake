@@ -24,7 +24,9 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/tavqz.conf"
 set(CPACK_GENERATOR RPM)
 set(CPACK_RPM_PACKAGE_NAME tavqz-provider)
 set(CPACK_RPM_FILE_NAME RPM-DEFAULT)
-set(CPACK_RPM_PACKAGE_LICENSE MIT)
+# With SHA-256 of libmd linked in.
+set(CPACK_RPM_PACKAGE_LICENSE "MIT AND BSD-3-Clause")
+install(FILES debian/copyright DESTINATION share/doc/tavqz)
 set(CPACK_RPM_PACKAGE_REQUIRES "tog-pegasus, libicuuc.so.${icu_version}")
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   string(APPEND CPACK_RPM_PACKAGE_REQUIRES "()(64bit)")

@@ -4,6 +4,9 @@
 
 #include <dlfcn.h>
 
+#include <cstdio>
+#include <type_traits>
+
 namespace QZ {
 
 const Icu* Icu::get() {
@@ -15,8 +18,10 @@ const Icu* Icu::get() {
 Icu::Icu() {
     void* const library =
         dlopen("libicuuc.so." U_ICU_VERSION_SHORT, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (library == nullptr)
+    if (library == nullptr) {
+        (void)std::fprintf(stderr, "No texts of messages: %s\n", dlerror());
         return;
+    }
     _isWhole = true;
     const auto find = [&](auto& function, const char* name) {
         function = reinterpret_cast<std::decay_t<decltype(function)>>(dlsym(library, name));

@@ -12,7 +12,7 @@ namespace QZ {
 // programs never need a message, and loading it takes as long as all else about their start.
 class Icu {
 public:
-    // Null where the library is missing.
+    // Null where the library is missing, which is said once on standard error.
     static const Icu* get();
 
 // Qualified, as each is named after what gives it its type.

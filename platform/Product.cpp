@@ -17,6 +17,7 @@
 #include "Error.h"
 #include "File.h"
 #include "FileContent.h"
+#include "Folder.h"
 #include "MachinePaths.h"
 #include "MessageCatalogue.h"
 #include "Text.h"
@@ -64,25 +65,6 @@ std::string machineId() {
                                                                             : std::string();
 }
 
-bool isFolder(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-// An empty text when the folder stands.
-std::string makeFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), S_IRWXU) == 0)
-        return {};
-    const int error = errno;
-    struct stat status {};
-    if (::stat(path.c_str(), &status) == 0) {
-        if (S_ISDIR(status.st_mode))
-            return {};
-        return path + " is in the way of the data folder: it is no folder";
-    }
-    return "Cannot make the folder " + path + ": " + systemErrorText(error);
-}
-
 std::string messageFolder(const std::string& component) {
     const std::string folder = MachinePaths::messageFolder();
     return component.empty() ? folder : folder + '/' + component;
@@ -127,7 +109,6 @@ bool Product::makeDataDirectory(std::string& reason) noexcept {
     try {
         const std::string folder = MachinePaths::dataDirectory();
         reason.clear();
-        // As it is from the second time on.
         if (isFolder(folder))
             return true;
         for (std::size_t slash = folder.find('/', 1); slash != std::string::npos && reason.empty();

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "Text.h"
 
-#include <cstring>
-
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 namespace QZ {
 

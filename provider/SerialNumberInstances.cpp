@@ -19,8 +19,7 @@ std::string _text(const PartInfo& part) {
 }
 
 std::string _identifier(const PartInfo& part) {
-    std::string text = "TAVIRA|CorvanaAgent|SerialNumberInformation ";
-    return text += _text<&PartInfo::getTag>(part);
+    return "TAVIRA|CorvanaAgent|SerialNumberInformation " + _text<&PartInfo::getTag>(part);
 }
 
 constexpr RecordProperty<PartInfo> _properties[] = {

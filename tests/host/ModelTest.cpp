@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <vector>
+
+#include "ModelFolder.h"
 #include "TemporaryFolder.h"
 
 using namespace QZ;
@@ -45,7 +49,7 @@ TEST(Model, ReadsTheClassesWhenTheyAreAskedForAndOnlyOnce) {
     EXPECT_TRUE(model.schema().classes.find("A"));
     folder.write("a.mof", "class");
     EXPECT_TRUE(model.schema().classes.find("A"));
-    EXPECT_EQ(model.instanceProvider("root/tavqz", "A"), entry);
+    EXPECT_EQ(model.instanceProvider("root/tavqz", "A")->name, entry->name);
 }
 
 TEST(Model, ReadsTheRegistrationNoFurtherThanIsAskedFor) {
@@ -55,15 +59,72 @@ TEST(Model, ReadsTheRegistrationNoFurtherThanIsAskedFor) {
     const Model model(folder.path());
     const ProviderEntry* const entry = model.instanceProvider("root/tavqz", "A");
     ASSERT_TRUE(entry);
-    EXPECT_THROW(model.instanceProvider("root/tavqz", "B"), MofError);
-    EXPECT_THROW(model.instanceProvider("root/tavqz", "B"), MofError) << "forgotten";
-    folder.write("a.mof", REGISTRATION);
-    ASSERT_TRUE(model.instanceProvider("root/tavqz", "B"));
-    EXPECT_EQ(model.instanceProvider("root/tavqz", "B")->name, "Q");
-    EXPECT_FALSE(model.instanceProvider("root/tavqz", "C"));
-    EXPECT_FALSE(model.instanceProvider("root/tavqz", "C"));
-    EXPECT_EQ(model.instanceProvider("root/tavqz", "A"), entry);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_THROW(model.instanceProvider("root/tavqz", "B"), MofError);
+        EXPECT_EQ(model.instanceProvider("root/tavqz", "A"), entry);
+    }
     EXPECT_EQ(entry->name, "P");
+}
+
+TEST(Model, GoesThroughAllFilesForAClass) {
+    TemporaryFolder folder;
+    folder.write("a.mof", REGISTRATION);
+    folder.write("b.mof", "class B { no MOF");
+    folder.write("c.mof", REGISTRATION_OF_B);
+    const Model model(folder.path());
+    const ProviderEntry* const entry = model.instanceProvider("root/tavqz", "B");
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->name, "Q");
+    EXPECT_FALSE(model.instanceProvider("root/tavqz", "C"));
+    EXPECT_FALSE(model.instanceProvider("root/tavqz", "C"));
+    EXPECT_EQ(model.instanceProvider("root/tavqz", "B"), entry);
+    EXPECT_EQ(model.instanceProvider("root/tavqz", "A")->name, "P");
+}
+
+TEST(Model, AsksItsFilesNoMoreOnceItIsRead) {
+    TemporaryFolder folder;
+    folder.write("a.mof", std::string("class A {}; class B {};") + REGISTRATION);
+    folder.write("b.mof", REGISTRATION_OF_B);
+    const Model model(folder.path());
+    EXPECT_TRUE(model.schema().classes.find("A"));
+    folder.write("a.mof", "class");
+    folder.write("b.mof", "class");
+    EXPECT_TRUE(model.instanceProvider("root/tavqz", "A"));
+    EXPECT_TRUE(model.instanceProvider("root/tavqz", "B"));
+    EXPECT_FALSE(model.instanceProvider("root/tavqz", "C"));
+}
+
+TEST(Model, AnswersManyThreads) {
+    TemporaryFolder folder;
+    folder.write("a.mof", REGISTRATION);
+    folder.write("b.mof", REGISTRATION_OF_B);
+    const Model model(folder.path());
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&model, i] {
+            const bool isA = i % 2 == 0;
+            const ProviderEntry* const entry =
+                model.instanceProvider("root/tavqz", isA ? "A" : "B");
+            ASSERT_TRUE(entry);
+            EXPECT_EQ(entry->name, isA ? "P" : "Q");
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST(ModelFolder, HasTheMofFilesInTheOrderOfTheirNames) {
+    TemporaryFolder folder;
+    EXPECT_THROW(modelFiles(folder.path()), Error);
+    EXPECT_THROW(modelFiles(folder.file("none")), Error);
+    for (const char* const name : {"b.mof", "a.mof", ".mof", "c.mof.bak", "mof"}) {
+        folder.write(name, "");
+    }
+    EXPECT_EQ(modelFiles(folder.path()),
+              (std::vector<std::string>{folder.file("a.mof"), folder.file("b.mof")}));
+    EXPECT_TRUE(innerModelFiles(folder.path(), "none").empty());
+    EXPECT_THROW(innerModelFiles(folder.path(), "a.mof"), Error) << "no folder";
 }
 
 TEST(Model, TakesASchemaAsItIs) {
