@@ -11,7 +11,6 @@
 
 #include "Error.h"
 #include "MachinePaths.h"
-#include "Program.h"
 
 namespace QZ {
 
@@ -100,9 +99,6 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
 }
 
 void enterWorkplace(const Workplace& place) {
-    if (!place.note.empty()) {
-        say(place.note);
-    }
     _setEnvironment("TAVQZ_HOST_ROOT", place.root);
     _setEnvironment("TAVQZ_DATA_DIR", place.dataFolder);
     if (chdir(place.runFolder.c_str()) != 0) {

@@ -31,8 +31,8 @@ constexpr const char* HOST_LIBRARIES = "TAVQZ_HOST_LIBRARIES";
 // nothing. Throws UsageError where the root is no folder.
 Workplace findWorkplace(const Request& request, const std::string& binFolder);
 
-// Makes it this process's: environment and working folder; says its note. Before the module is
-// loaded, and while there is one thread. Throws Error.
+// Makes it this process's: environment and working folder. Before the module is loaded, and while
+// there is one thread. Throws Error.
 void enterWorkplace(const Workplace& place);
 
 }  // namespace QZ

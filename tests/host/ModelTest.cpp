@@ -100,6 +100,7 @@ TEST(Model, AnswersManyThreads) {
     folder.write("b.mof", REGISTRATION_OF_B);
     const Model model(folder.path());
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (int i = 0; i < 8; ++i) {
         threads.emplace_back([&model, i] {
             const bool isA = i % 2 == 0;
