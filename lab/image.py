@@ -22,7 +22,7 @@ PEERS = [("dmidecode", "usr/sbin/dmidecode"), ("lshw", "usr/bin/lshw"),
 # The packages of the libraries of all that runs inside, where this machine does not have them.
 PEER_LIBRARIES = ["libfreeipmi17", "libreadline8", "libssl3"]
 LIBRARIES = ["libc6", "libgcc-s1", "libstdc++6", "libtinfo6", "libgcrypt20", "libgpg-error0",
-             "libexpat1", "libicu72", "libpam0g", "libcrypt1", "libaudit1", "libcap-ng0",
+             "libmd0", "libexpat1", "libicu72", "libpam0g", "libcrypt1", "libaudit1", "libcap-ng0",
              "libpci3", "libudev1", "zlib1g"]
 
 
