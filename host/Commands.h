@@ -15,7 +15,7 @@ namespace QZ {
 struct CommandResult {
     std::string text;  // for standard output
     ExitStatus status = EXIT_OK;
-    // Of "list": kept with their text, not given back before it.
+    // What "list" made the text of, for who ends with the process and need not give it back.
     std::vector<Pegasus::CIMInstance> instances = {};
 };
 

@@ -65,14 +65,10 @@ int carryOutLocally(const Request& request) {
     // Before the working folder is another.
     const std::string folder =
         isCapture ? std::filesystem::absolute(request.subject).string() : std::string();
-    if (!place.note.empty()) {
-        say(place.note);
-    }
-    enterWorkplace(place);
+    enterWorkplace(place, say);
     // Its memory goes with the process, which ends now: giving it back piece by piece takes a ninth
     // of all that listing a hundred instances does.
-    static const CommandResult* const result =
-        new CommandResult(_answer(request, place, folder));  // NOLINT: kept
+    static const CommandResult* const result = new CommandResult(_answer(request, place, folder));
     output.write(result->text);
     return result->status;
 }

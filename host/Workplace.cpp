@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "Error.h"
+#include "Folder.h"
 #include "MachinePaths.h"
 
 namespace QZ {
@@ -20,11 +21,6 @@ namespace {
 
 std::string _absolute(const std::string& path) {
     return path.empty() ? path : fs::absolute(path).lexically_normal().string();
-}
-
-bool _isFolder(const fs::path& path) {
-    std::error_code error;
-    return fs::is_directory(path, error);
 }
 
 bool _isSet(const char* name) {
@@ -74,7 +70,7 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
         return place;
     }
     const fs::path root = place.root;
-    if (!_isFolder(root)) {
+    if (!isFolder(root)) {
         throw UsageError("Cannot use the root " + place.root + ": not a folder");
     }
     if (place.dataFolder.empty()) {
@@ -82,8 +78,8 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
     }
     // A machine that brings libraries is asked from beside them. Without a "run" folder "lib"
     // itself does as well: "../lib" leads back to it.
-    if (_isSet(HOST_LIBRARIES) && _isFolder(root / "lib")) {
-        place.runFolder = (root / (_isFolder(root / "run") ? "run" : "lib")).string();
+    if (_isSet(HOST_LIBRARIES) && isFolder(root / "lib")) {
+        place.runFolder = (root / (isFolder(root / "run") ? "run" : "lib")).string();
         return place;
     }
     if (_hasOurLibraries(root / "lib")) {
@@ -93,12 +89,15 @@ Workplace findWorkplace(const Request& request, const std::string& binFolder) {
     if (std::error_code error;
         fs::exists(MachinePaths::simulatedServiceProcessors(place.root), error)) {
         const fs::path simulated = prefix / "lib" / "simulated" / "lib";
-        place.runFolder = _isFolder(simulated) ? simulated.string() : binFolder;
+        place.runFolder = isFolder(simulated) ? simulated.string() : binFolder;
     }
     return place;
 }
 
-void enterWorkplace(const Workplace& place) {
+void enterWorkplace(const Workplace& place, const std::function<void(const std::string&)>& say) {
+    if (!place.note.empty()) {
+        say(place.note);
+    }
     _setEnvironment("TAVQZ_HOST_ROOT", place.root);
     _setEnvironment("TAVQZ_DATA_DIR", place.dataFolder);
     if (chdir(place.runFolder.c_str()) != 0) {

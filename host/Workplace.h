@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "CommandLine.h"
@@ -31,8 +32,8 @@ constexpr const char* HOST_LIBRARIES = "TAVQZ_HOST_LIBRARIES";
 // nothing. Throws UsageError where the root is no folder.
 Workplace findWorkplace(const Request& request, const std::string& binFolder);
 
-// Makes it this process's: environment and working folder. Before the module is loaded, and while
-// there is one thread. Throws Error.
-void enterWorkplace(const Workplace& place);
+// Makes it this process's: environment and working folder. `say` takes its note. Before the module
+// is loaded, and while there is one thread. Throws Error.
+void enterWorkplace(const Workplace& place, const std::function<void(const std::string&)>& say);
 
 }  // namespace QZ

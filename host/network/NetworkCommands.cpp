@@ -63,10 +63,7 @@ int carryOutOverNetwork(const Request& request) {
     const Workplace place = findWorkplace(request, executableFolder());
     // Before the working folder is another.
     const std::string start = _workingFolder();
-    if (!place.note.empty()) {
-        say(place.note);
-    }
-    enterWorkplace(place);
+    enterWorkplace(place, say);
     switch (request.command) {
         case Request::Passwd:
             return changePassword(request.passwd);
