@@ -18,8 +18,7 @@ std::wstring AssetFilePath() {
     return Product::getDataDirectory() + _fileName;
 }
 
-AssetFileSession::AssetFileSession(const std::wstring& path, int mode)
-    : _lock(_fileMutex), _file(path) {
+AssetFileSession::AssetFileSession(const std::wstring& path, int mode) : AssetFileSession(path) {
     _file.open(mode);
 }
 

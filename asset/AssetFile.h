@@ -25,6 +25,9 @@ public:
     // `mode` is made of bits: 1 read, 2 write. Waits for the mutex without limit.
     AssetFileSession(const std::wstring& path, int mode);
 
+    // With nothing open yet.
+    explicit AssetFileSession(const std::wstring& path) : _lock(_fileMutex), _file(path) {}
+
     PropertyFile& file() { return _file; }
 
     // Writes what was set, if the session may write. Throws `Error` where that fails.

@@ -88,11 +88,19 @@ protected:
         session.close();
     }
 
-    // Opens the file to read and write, runs `write(PropertyFile&)` and saves.
+    // Opens the file to read and write, runs `write(PropertyFile&)` and saves. Most records were
+    // only read: for them it is found out first, by `write` too, that nothing is to be saved.
     template <class Write>
     void save(Write write) {
         try {
-            AssetFileSession session(_path, 3);
+            AssetFileSession session(_path);
+            if (session.file().openToCompare()) {
+                write(session.file());
+                if (!session.file().isChanged()) {
+                    return;
+                }
+            }
+            session.file().open(3);
             write(session.file());
             session.close();
         } catch (...) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "FieldCodec.h"
 
+#include <charconv>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 
 #include "Text.h"
@@ -78,7 +78,7 @@ bool _dateGivesBack(const std::wstring& stored) {
 template <std::size_t Size>
 std::wstring _paddedDecimal(std::int32_t value) {
     char text[Size] = {};
-    (void)std::snprintf(text, sizeof text, "%d", value);
+    std::to_chars(text, text + Size, value);
     return make_wstring(std::string(text, sizeof text));
 }
 

@@ -122,8 +122,11 @@ std::string unescape(std::string_view text) {
 }
 
 bool readsAs(std::string_view written, std::string_view text) {
+    // An escape is longer than what it stands for.
+    if (written.size() < text.size() || (written.size() == text.size() && written != text))
+        return false;
     const bool isPlain = written.find('\\') == std::string_view::npos;
-    return isPlain ? written == text : unescape(written) == text;
+    return isPlain ? written.size() == text.size() : unescape(written) == text;
 }
 
 }  // namespace QZ

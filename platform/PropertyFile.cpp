@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 #include "Clock.h"
@@ -17,50 +18,75 @@
 
 namespace QZ {
 
+// What stood on disk, as it was read.
+struct PropertyFile::Content {
+    explicit Content(FileContent file);
+
+    // Whether its times would tell a change: not where it was written in this very moment.
+    bool isSettled = false;
+    bool isSound = false;
+    FileContent file;  // without its text
+    PropertyText text;
+};
+
+PropertyFile::Content::Content(FileContent from) : text(std::move(from.text)) {
+    from.text.clear();
+    file = std::move(from);
+    const std::int64_t age = Clock::current().seconds() - file.status.st_ctim.tv_sec;
+    isSettled = file.state == FileContent::Read && age > 1;
+    isSound = file.state == FileContent::Missing ||
+              (file.state == FileContent::Read && !text.isDamaged());
+}
+
 namespace {
 
-bool isSound(const FileContent& content) {
-    return content.state == FileContent::Missing ||
-           (content.state == FileContent::Read && content.text.find('\0') == std::string::npos);
-}
-
-// Whether its times would tell a change: not where it was written in this very moment.
-bool isSettled(const FileContent& content) {
-    const std::int64_t age = Clock::current().seconds() - content.status.st_ctim.tv_sec;
-    return content.state == FileContent::Read && age > 1;
-}
+using SharedContent = std::shared_ptr<const PropertyFile::Content>;
 
 // The file that was read last, as long as nobody writes to it: a record that is asked for again and
 // again is on disk each time, but need not be read.
 class LastFile {
 public:
-    FileContent read(const std::string& path) {
+    // None where the path names another file by now.
+    SharedContent find(const std::string& path) {
+        SharedContent content;
+        {
+            const MutexLock lock(_mutex);
+            if (path == _path)
+                content = _content;
+        }
+        return content && isStillThere(path, content->file) ? content : nullptr;
+    }
+
+    SharedContent read(const std::string& path) {
+        if (SharedContent known = find(path))
+            return known;
+        FileContent file = readWholeFile(path, PropertyFile::MaximumSize);
+        const bool isSmall = file.text.size() <= 65536;
+        auto content = std::make_shared<const PropertyFile::Content>(std::move(file));
         const MutexLock lock(_mutex);
-        if (path == _path && isStillThere(path, _content))
-            return _content;
-        FileContent content = readWholeFile(path, PropertyFile::MaximumSize);
-        _path = content.text.size() <= 65536 && isSettled(content) ? path : std::string();
-        _content = _path.empty() ? FileContent() : content;
+        const bool isKept = isSmall && content->isSettled;
+        _path = isKept ? path : std::string();
+        _content = isKept ? content : nullptr;
         return content;
     }
 
 private:
     Mutex _mutex;
     std::string _path;
-    FileContent _content;
+    SharedContent _content;
 };
 
-FileContent readFile(const std::string& path) {
+LastFile& lastFile() {
     static LastFile last;
-    return last.read(path);
+    return last;
 }
 
 // What stands on disk, which may be damaged; throws where that cannot be told, for then it must not
 // be overwritten.
-FileContent readToReplace(const std::string& path) {
-    FileContent content = readFile(path);
-    if (content.state == FileContent::Unreadable)
-        throwSystemError("Cannot read", path, content.error);
+SharedContent readToReplace(const std::string& path) {
+    SharedContent content = lastFile().read(path);
+    if (content->file.state == FileContent::Unreadable)
+        throwSystemError("Cannot read", path, content->file.error);
     return content;
 }
 
@@ -73,30 +99,43 @@ void PropertyFile::open(int mode) {
         throwSystemError("Cannot open", _path, EINVAL);
     const bool isWriter = (mode & WriteMode) != 0;
     _abandon();
-    _lock.emplace(_path, isWriter ? FileLock::Exclusive : FileLock::Shared);
-    FileContent content;
-    try {
-        content = isWriter ? readToReplace(_path) : readFile(_path);
-    } catch (...) {
-        _abandon();
-        throw;
-    }
-    if ((mode & ReadMode) != 0) {
-        _text = PropertyText(std::move(content.text));
-        _isAsRead = isSettled(content) && !_text.isDamaged();
-        _read = std::move(content);
-    }
     if (!isWriter)
-        _lock.reset();
+        _read = lastFile().find(_path);
+    if (!_read) {
+        std::optional<FileLock> lock(std::in_place, _path,
+                                     isWriter ? FileLock::Exclusive : FileLock::Shared);
+        _read = isWriter ? readToReplace(_path) : lastFile().read(_path);
+        if (isWriter)
+            _lock = std::move(lock);
+    }
+    if ((mode & ReadMode) == 0)
+        _own.emplace();
     _mode = mode;
 }
 
-std::wstring PropertyFile::getProperty(const std::wstring& key) const {
-    return make_wstring(_text.get(make_string(key)));
+bool PropertyFile::openToCompare() {
+    _abandon();
+    _read = lastFile().find(_path);
+    if (!_read || !_isAsRead()) {
+        _abandon();
+        return false;
+    }
+    _mode = WriteMode;
+    return true;
 }
 
-void PropertyFile::setProperty(const std::wstring& key, const std::wstring& value) {
-    setProperty(key, value, nullptr);
+const PropertyText& PropertyFile::_text() const {
+    static const PropertyText none;
+    return _own ? *_own : _read ? _read->text : none;
+}
+
+// Whether what was set stands in the file that was read, and its times tell of a change.
+bool PropertyFile::_isAsRead() const {
+    return !_own && _read && _read->isSettled && _read->isSound;
+}
+
+std::wstring PropertyFile::getProperty(const std::wstring& key) const {
+    return make_wstring(_text().get(make_string(key)));
 }
 
 void PropertyFile::setProperty(const std::wstring& key, const std::wstring& value,
@@ -106,20 +145,21 @@ void PropertyFile::setProperty(const std::wstring& key, const std::wstring& valu
     const std::string name = make_string(key);
     const std::string text = make_string(value);
     _isSet = true;
-    if (_text.holds(name, text))
+    if (_text().holds(name, text))
         return;
     bool keepOld = false;
     if (givesBack != nullptr) {
-        const std::string stored = _text.get(name);
+        const std::string stored = _text().get(name);
         keepOld = !stored.empty() && !givesBack(make_wstring(stored));
     }
-    _text.set(name, text, keepOld);
-    _isAsRead = false;
+    if (!_own)
+        _own.emplace(_text().compose());
+    _own->set(name, text, keepOld);
 }
 
 void PropertyFile::close() {
     try {
-        if (_isSet && !(_isAsRead && isStillThere(_path, _read)))
+        if (_isSet && _lock && !(_isAsRead() && isStillThere(_path, _read->file)))
             _save();
     } catch (...) {
         _abandon();
@@ -129,14 +169,15 @@ void PropertyFile::close() {
 }
 
 void PropertyFile::_save() const {
-    const std::string text = _text.compose();
+    const std::string text = _text().compose();
     if (text.size() > MaximumSize)
         throwSystemError("Cannot save", _path, EFBIG);
-    const FileContent onDisk = readToReplace(_path);
-    if (onDisk.state == FileContent::Read && onDisk.text == text)
+    const SharedContent onDisk = readToReplace(_path);
+    if (onDisk->isSound && onDisk->file.state == FileContent::Read &&
+        onDisk->text.compose() == text)
         return;
     std::optional<DamagedFile> damaged;
-    if (!isSound(onDisk))
+    if (!onDisk->isSound)
         damaged.emplace(_path);
     replaceFile(_path, text);
     if (damaged)
@@ -146,8 +187,8 @@ void PropertyFile::_save() const {
 void PropertyFile::_abandon() {
     _mode = 0;
     _isSet = false;
-    _isAsRead = false;
-    _text = PropertyText();
+    _read.reset();
+    _own.reset();
     _lock.reset();
 }
 

@@ -33,12 +33,6 @@ std::string_view bodyOf(std::string_view line) {
     return line;
 }
 
-// What an entry's line has behind its "=".
-std::string_view valueOf(std::string_view line) {
-    const std::string_view body = bodyOf(line);
-    return trim(body.substr(body.find('=') + 1));
-}
-
 std::string_view endOf(std::string_view line) {
     constexpr std::string_view WideEnd = "\r\n";
     const bool isWide =
@@ -71,8 +65,10 @@ PropertyText::Line PropertyText::_parse(std::string_view text) {
     const std::string_view body = bodyOf(text);
     const std::size_t equals = body.find('=');
     line.isEntry = equals != std::string_view::npos && body[0] != '#';
-    if (line.isEntry)
+    if (line.isEntry) {
         line.key = trim(body.substr(0, equals));
+        line.value = trim(body.substr(equals + 1));
+    }
     return line;
 }
 
@@ -89,18 +85,18 @@ const PropertyText::Line* PropertyText::_find(std::string_view key) const {
 
 std::string PropertyText::get(std::string_view key) const {
     const Line* const line = _find(key);
-    return line != nullptr ? unescape(valueOf(line->text)) : std::string();
+    return line != nullptr ? unescape(line->value) : std::string();
 }
 
 bool PropertyText::holds(std::string_view key, std::string_view value) const {
     const Line* const line = _find(key);
-    return line != nullptr && readsAs(valueOf(line->text), withoutTrailingNuls(value));
+    return line != nullptr && readsAs(line->value, withoutTrailingNuls(value));
 }
 
 void PropertyText::set(std::string_view key, std::string_view value, bool keepOld) {
     value = withoutTrailingNuls(value);
     const Line* const old = _find(key);
-    if (old != nullptr && readsAs(valueOf(old->text), value))
+    if (old != nullptr && readsAs(old->value, value))
         return;
     std::string entry = escapeKey(key) + '=' + escapeValue(value);
     if (old == nullptr) {

@@ -45,11 +45,11 @@ public:
     std::string compose() const;
 
 private:
-    // Both look into _texts: a file of some forty lines is read for every request, and copying each
-    // line would cost more than reading the file.
+    // Lines look into _texts: to copy each of some forty would cost more than to read the file.
     struct Line {
-        std::string_view text;  // with its end
-        std::string_view key;   // as written
+        std::string_view text;   // with its end
+        std::string_view key;    // as written
+        std::string_view value;  // as written
         bool isEntry = false;
     };
 

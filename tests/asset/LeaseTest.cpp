@@ -9,6 +9,8 @@
 #include <stdexcept>
 
 #include "Error.h"
+#include "FileLock.h"
+#include "ManualClock.h"
 #include "TestMachine.h"
 
 namespace QZ {
@@ -84,6 +86,38 @@ TEST(Lease, LeavesAnUnchangedFileAlone) {
     EXPECT_EQ(std::filesystem::last_write_time(file), before);
     // A replacement would have made it writable again.
     EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms::owner_read);
+}
+
+TEST(Lease, NeedsNoLockToBeReadAndLeftAsItWas) {
+    const TestMachine machine;
+    const ManualClock later(ManualClock::inAMinute());
+    { const Lease first; }
+    const Lease lease;
+    const FileLock another(machine.folder().file("data/asset.dat"), FileLock::Exclusive);
+    EXPECT_NO_THROW({ const Lease second; });
+    EXPECT_THROW(
+        {
+            Lease changed;
+            changed.setTerm(12);
+        },
+        Error);
+}
+
+TEST(Lease, OverwritesWhatWasSavedSinceItWasRead) {
+    const TestMachine machine;
+    const ManualClock later(ManualClock::inAMinute());
+    {
+        Lease first;
+        first.setTerm(36);
+    }
+    const std::string saved = machine.assetFile();
+    {
+        const Lease lease;
+        machine.writeAssetFile("OTHER=1\n" + saved + "LEASE.Term=48\n");
+        { const Lease another; }  // changes nothing, and what stands there is remembered
+        EXPECT_EQ(machine.assetFile(), "OTHER=1\n" + saved + "LEASE.Term=48\n");
+    }
+    EXPECT_EQ(machine.assetFile(), "OTHER=1\n" + saved + "LEASE.Term=36\n");
 }
 
 TEST(Lease, SaysThatSavingFailed) {

@@ -133,7 +133,7 @@ TEST_F(PropertyFileTest, IsComparedWithWhatStandsOnDiskAtTheEnd) {
 }
 
 TEST_F(PropertyFileTest, IsComparedWithWhatStandsOnDiskHoweverLongTheFileWasThere) {
-    const ManualClock later;  // its times tell of every change
+    const ManualClock later(ManualClock::inAMinute());  // its times tell of every change
     write("LEASE.Term=36\n");
     PropertyFile file(wide());
     for (const wchar_t* term : {L"36", L"48"}) {
@@ -224,13 +224,64 @@ TEST_F(PropertyFileTest, GivesUpTheLockWhenASaveFails) {
 }
 
 TEST_F(PropertyFileTest, SeesWhatAnEditorWroteSinceTheLastTime) {
-    const ManualClock later;  // the file is old enough to be remembered
+    const ManualClock later(ManualClock::inAMinute());
     write("LEASE.Term=36\n");
     EXPECT_EQ(L"36", get(L"LEASE.Term"));
     write("LEASE.Term=4711\n");
     EXPECT_EQ(L"4711", get(L"LEASE.Term"));
     std::filesystem::remove(folder.file("asset.dat"));
     EXPECT_EQ(L"", get(L"LEASE.Term"));
+}
+
+TEST_F(PropertyFileTest, NeedsNoLockForWhatIsAsItWasRead) {
+    const ManualClock later(ManualClock::inAMinute());
+    write("LEASE.Term=36\n");
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    const FileLock another(path(), FileLock::Exclusive);
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    PropertyFile file(wide());
+    EXPECT_TRUE(file.openToCompare());
+    write("LEASE.Term=4711\n");
+    EXPECT_THROW(get(L"LEASE.Term"), Error);
+}
+
+TEST_F(PropertyFileTest, TellsWhetherASaveWouldChangeAnything) {
+    const ManualClock later(ManualClock::inAMinute());
+    write("LEASE.Term = 36\nLEASE.FMV=many\n");
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    PropertyFile file(wide());
+    ASSERT_TRUE(file.openToCompare());
+    file.setProperty(L"LEASE.Term", std::wstring(L"36\0\0", 4));
+    EXPECT_FALSE(file.isChanged());
+    file.setProperty(L"LEASE.FMV", L"0", isNumber);
+    EXPECT_TRUE(file.isChanged());
+    file.close();
+    EXPECT_FALSE(file.isChanged());
+    EXPECT_EQ("LEASE.Term = 36\nLEASE.FMV=many\n", content());
+    ASSERT_TRUE(file.openToCompare());
+    EXPECT_FALSE(file.isChanged());
+    file.setProperty(L"LEASE.Lessor", L"");  // a key that is not there
+    EXPECT_TRUE(file.isChanged());
+}
+
+TEST_F(PropertyFileTest, IsNotComparedWithWhatMayHaveChanged) {
+    const ManualClock now(Clock::current().seconds());
+    PropertyFile file(wide());
+    EXPECT_FALSE(file.openToCompare());  // no file
+    write("LEASE.Term=36\n");
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    EXPECT_FALSE(file.openToCompare());  // written in this very moment
+    const ManualClock later(ManualClock::inAMinute());
+    EXPECT_FALSE(file.openToCompare());  // not read since
+    EXPECT_EQ(L"36", get(L"LEASE.Term"));
+    write("LEASE.Term=4711\n");
+    EXPECT_FALSE(file.openToCompare());  // another file
+    EXPECT_EQ(L"4711", get(L"LEASE.Term"));
+    EXPECT_TRUE(file.openToCompare());
+    write(std::string("LEASE.Term=600\n\0\n", 17));
+    EXPECT_EQ(L"600", get(L"LEASE.Term"));
+    EXPECT_FALSE(file.openToCompare());  // a save would mend it
+    EXPECT_THROW(file.setProperty(L"LEASE.Term", L"60"), Error);
 }
 
 TEST_F(PropertyFileTest, ExcludesReadersAndWritersWhileOpenToWrite) {

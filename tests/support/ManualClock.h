@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+
 #include "Clock.h"
 
 // A clock that stands still but for sleeps and waits, which pass at once. It takes the machine's
@@ -26,11 +29,14 @@ public:
         _milliseconds += milliseconds;
     }
 
+    // For a clock by which the files that are written meanwhile were there before.
+    static std::int64_t inAMinute() { return QZ::Clock::current().seconds() + 60; }
+
     // All sleeps together.
     std::int64_t sleptMilliseconds() const { return _slept; }
 
 private:
-    std::int64_t _milliseconds;
-    std::int64_t _slept = 0;
+    std::atomic<std::int64_t> _milliseconds;
+    std::atomic<std::int64_t> _slept{0};
     QZ::ClockReplacement _replacement;
 };
