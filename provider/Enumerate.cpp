@@ -30,10 +30,11 @@ constexpr const char* _component = "AssetIDProvider";
 template <class Record, const RecordClass<Record>& recordClass>
 void _deliverRecord(AssetIDProvider&, const CIMObjectPath& classPath,
                     InstanceResponseHandler& handler) {
+    static const InstanceBuilder<Record> builder(recordClass);
     bool delivered = false;
     try {
         const Record record;
-        handler.deliver(buildInstance(recordClass, record, classPath));
+        handler.deliver(builder.build(record, classPath));
         delivered = true;
     } catch (const Error& failure) {
         if (!delivered) {

@@ -19,25 +19,23 @@ Pegasus::CIMObjectPath makeInstancePath(const Pegasus::CIMObjectPath& asked,
                                         const Pegasus::CIMInstance& instance,
                                         const std::vector<Pegasus::CIMName>& keys);
 
-// Makes the instances of one answer, which share the names in them: checking a name takes as long
-// as all else about a property. The record class must outlive it.
+// Makes instances of a record class, which share the names in them: checking a name takes as long
+// as all else about a property. The record class must outlive it. Any thread.
 template <class Record>
 class InstanceBuilder {
 public:
-    InstanceBuilder(const RecordClass<Record>& recordClass, const Pegasus::CIMObjectPath& asked)
-        : _class(recordClass),
-          _asked(asked),
-          _keys(recordClass.keys, recordClass.keys + recordClass.keyCount) {
+    explicit InstanceBuilder(const RecordClass<Record>& recordClass)
+        : _class(recordClass), _keys(recordClass.keys, recordClass.keys + recordClass.keyCount) {
         _names.reserve(recordClass.propertyCount);
         for (const RecordProperty<Record>& property : recordClass) {
             _names.emplace_back(property.name);
         }
     }
 
-    // The record's instance, of the class as the client spelled it. A date that is not set is left
-    // out.
-    Pegasus::CIMInstance build(const Record& record) const {
-        Pegasus::CIMInstance instance(_asked.getClassName());
+    // The record's instance, of the class as the client spelled it in the path asked for. A date
+    // that is not set is left out.
+    Pegasus::CIMInstance build(const Record& record, const Pegasus::CIMObjectPath& asked) const {
+        Pegasus::CIMInstance instance(asked.getClassName());
         auto name = _names.begin();
         for (const RecordProperty<Record>& property : _class) {
             const Pegasus::CIMValue value = property.get(record);
@@ -46,23 +44,15 @@ public:
             }
             ++name;
         }
-        instance.setPath(makeInstancePath(_asked, instance, _keys));
+        instance.setPath(makeInstancePath(asked, instance, _keys));
         return instance;
     }
 
 private:
     const RecordClass<Record>& _class;
-    const Pegasus::CIMObjectPath _asked;
     const std::vector<Pegasus::CIMName> _keys;
     std::vector<Pegasus::CIMName> _names;  // in the order of the properties
 };
-
-// The instance of one record alone, as InstanceBuilder makes it.
-template <class Record>
-Pegasus::CIMInstance buildInstance(const RecordClass<Record>& recordClass, const Record& record,
-                                   const Pegasus::CIMObjectPath& asked) {
-    return InstanceBuilder<Record>(recordClass, asked).build(record);
-}
 
 // Throws CIM_ERR_INVALID_PARAMETER, naming the property, where it is a point in time on a day that
 // the calendar does not have or that asterisks leave open.

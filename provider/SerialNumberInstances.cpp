@@ -56,9 +56,9 @@ constexpr RecordClass<PartInfo> serialNumberClass = {_properties, std::size(_pro
 
 void deliverParts(const std::list<PartInfo*>& parts, const Pegasus::CIMObjectPath& classPath,
                   Pegasus::InstanceResponseHandler& handler) {
-    const InstanceBuilder<PartInfo> builder(serialNumberClass, classPath);
+    static const InstanceBuilder<PartInfo> builder(serialNumberClass);
     for (const PartInfo* part : parts) {
-        handler.deliver(builder.build(*part));
+        handler.deliver(builder.build(*part, classPath));
     }
 }
 

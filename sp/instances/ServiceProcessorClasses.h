@@ -84,9 +84,9 @@ extern const RecordClass<VigilComponentVpd> ipmiComponentVpdClass;
 // The instance, whose path has a class and keys, and no host or namespace.
 template <class Record>
 Pegasus::CIMInstance buildSpInstance(const RecordClass<Record>& recordClass, const Record& record) {
-    return buildInstance(recordClass, record,
-                         Pegasus::CIMObjectPath(Pegasus::String(), Pegasus::CIMNamespaceName(),
-                                                Pegasus::CIMName(record.className)));
+    return InstanceBuilder<Record>(recordClass)
+        .build(record, Pegasus::CIMObjectPath(Pegasus::String(), Pegasus::CIMNamespaceName(),
+                                              Pegasus::CIMName(record.className)));
 }
 
 }  // namespace QZ
