@@ -12,6 +12,7 @@
 #include "CimDateTimes.h"
 #include "CimText.h"
 #include "CommandLine.h"
+#include "Text.h"
 #include "ValueMaker.h"
 
 namespace QZ {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "CimText.h"
+#include "Text.h"
 #include "ValueMaker.h"
 
 namespace QZ {

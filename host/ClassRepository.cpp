@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "ClassRepository.h"
 
-#include <strings.h>
-
 #include <algorithm>
 
 #include "CimText.h"
 #include "ClassBuilder.h"
+#include "Text.h"
 
 namespace QZ {
 

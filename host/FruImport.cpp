@@ -11,6 +11,7 @@
 #include "CsvText.h"
 #include "Error.h"
 #include "Instances.h"
+#include "Text.h"
 #include "ValueText.h"
 
 namespace QZ {

@@ -12,6 +12,7 @@
 #include "ClassConversion.h"
 #include "HandleBackend.h"
 #include "ResponseRelay.h"
+#include "Text.h"
 
 namespace QZ {
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "MofCursor.h"
 
-#include <strings.h>
-
 #include <utility>
+
+#include "Text.h"
 
 namespace QZ {
 
@@ -38,7 +38,7 @@ bool MofCursor::at(char punctuation) const {
 }
 
 bool MofCursor::at(const char* keyword) const {
-    return _token.kind == MofToken::Identifier && strcasecmp(_token.text.c_str(), keyword) == 0;
+    return _token.kind == MofToken::Identifier && sameName(_token.text, keyword);
 }
 
 MofToken MofCursor::take() {

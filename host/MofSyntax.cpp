@@ -2,16 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "MofSyntax.h"
 
-#include <strings.h>
+#include "Text.h"
 
 namespace QZ {
 
-bool sameName(const std::string& left, const std::string& right) {
-    return left.size() == right.size() && strcasecmp(left.c_str(), right.c_str()) == 0;
-}
-
 bool NameLess::operator()(const std::string& left, const std::string& right) const {
-    return strcasecmp(left.c_str(), right.c_str()) < 0;
+    return lessName(left, right);
 }
 
 const MofLiteral* MofInstance::find(const std::string& property) const {

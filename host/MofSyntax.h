@@ -109,10 +109,7 @@ struct MofDocument {
 // The type of that name ("uint32"), ignoring case. False where there is none.
 bool mofType(const std::string& name, Pegasus::CIMType& type);
 
-// Whether two names differ by no more than the case of ASCII letters.
-bool sameName(const std::string& left, const std::string& right);
-
-// Orders names in the same way.
+// Orders names, whatever the case of their ASCII letters.
 struct NameLess {
     bool operator()(const std::string& left, const std::string& right) const;
 };

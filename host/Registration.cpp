@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "Text.h"
+
 namespace QZ {
 
 namespace {

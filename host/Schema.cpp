@@ -4,6 +4,7 @@
 
 #include "ModelFolder.h"
 #include "MofParser.h"
+#include "Text.h"
 
 namespace QZ {
 

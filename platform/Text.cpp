@@ -43,6 +43,11 @@ constexpr std::uint32_t codePointOf(wchar_t character) {
     return std::uint32_t{std::char_traits<wchar_t>::to_int_type(character)};
 }
 
+constexpr unsigned char lowered(char character) {
+    return static_cast<unsigned char>(character >= 'A' && character <= 'Z' ? character - 'A' + 'a'
+                                                                           : character);
+}
+
 bool isSequenceOf(unsigned length, std::uint32_t codePoint) {
     if (length == 3)
         return codePoint >= 0x800 && (codePoint < 0xD800 || codePoint > 0xDFFF);
@@ -107,11 +112,12 @@ void appendUtf8(std::string& text, std::uint32_t codePoint) {
 
 // Almost all texts are ASCII from end to end, which needs no decision for each character.
 std::wstring make_wstring(const std::string& text) {
-    const auto ascii = std::find_if(text.begin(), text.end(), [](char byte) {
-        return static_cast<unsigned char>(byte) >= 0x80;
-    });
-    std::wstring wide(text.begin(), ascii);
-    const char* at = text.data() + wide.size();
+    std::wstring wide(text.size(), L'\0');
+    std::size_t ascii = 0;
+    for (; ascii < text.size() && static_cast<unsigned char>(text[ascii]) < 0x80; ++ascii)
+        wide[ascii] = static_cast<wchar_t>(text[ascii]);
+    wide.resize(ascii);
+    const char* at = text.data() + ascii;
     const char* const end = text.data() + text.size();
     while (at != end) {
         std::uint32_t codePoint = static_cast<unsigned char>(*at);
@@ -142,6 +148,19 @@ std::string make_string(const std::wstring& text) {
             appendUtf8(narrow, codePoint);
     }
     return narrow;
+}
+
+bool sameName(std::string_view left, std::string_view right) {
+    return left.size() == right.size() &&
+           std::equal(left.begin(), left.end(), right.begin(), [](char one, char other) {
+               return one == other || lowered(one) == lowered(other);
+           });
+}
+
+bool lessName(std::string_view left, std::string_view right) {
+    return std::lexicographical_compare(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](char one, char other) { return lowered(one) < lowered(other); });
 }
 
 }  // namespace QZ

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace QZ {
 
@@ -27,5 +28,11 @@ const char* plainEnd(const char* at, const char* end);
 
 // Appends the UTF-8 form of a valid code point.
 void appendUtf8(std::string& text, std::uint32_t codePoint);
+
+// Whether two names differ by no more than the case of ASCII letters, as those of CIM and HTTP may.
+bool sameName(std::string_view left, std::string_view right);
+
+// Orders names: equivalent are those that are the same.
+bool lessName(std::string_view left, std::string_view right);
 
 }  // namespace QZ

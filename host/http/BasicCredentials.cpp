@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "BasicCredentials.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
-#include "HttpRequest.h"
+#include "Text.h"
 
 namespace QZ {
 
@@ -13,6 +15,21 @@ namespace {
 constexpr std::string_view SCHEME = "Basic";
 constexpr std::string_view DIGITS =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+constexpr std::uint8_t NO_DIGIT = 0xFF;
+
+constexpr std::array<std::uint8_t, 256> _digitValues() {
+    std::array<std::uint8_t, 256> values{};
+    for (std::uint8_t& value : values) {
+        value = NO_DIGIT;
+    }
+    for (std::size_t i = 0; i < DIGITS.size(); ++i) {
+        values[static_cast<unsigned char>(DIGITS[i])] = std::uint8_t(i);
+    }
+    return values;
+}
+
+constexpr std::array<std::uint8_t, 256> DIGIT_VALUES = _digitValues();
 
 // RFC 4648, section 4.
 std::optional<std::string> _decodeBase64(std::string_view text) {
@@ -26,8 +43,8 @@ std::optional<std::string> _decodeBase64(std::string_view text) {
     std::uint32_t bits = 0;
     unsigned count = 0;
     for (const char c : text) {
-        const std::size_t digit = DIGITS.find(c);
-        if (digit == DIGITS.npos) {
+        const std::uint8_t digit = DIGIT_VALUES[static_cast<unsigned char>(c)];
+        if (digit == NO_DIGIT) {
             return std::nullopt;
         }
         bits = (bits << 6 | std::uint32_t(digit)) & 0xFFFFU;
@@ -61,7 +78,7 @@ std::string _encodeBase64(std::string_view bytes) {
 
 std::optional<BasicCredentials> parseBasicCredentials(std::string_view header) {
     const std::size_t blank = header.find(' ');
-    if (blank == header.npos || !sameHeader(std::string(header.substr(0, blank)), SCHEME.data())) {
+    if (blank == header.npos || !sameName(header.substr(0, blank), SCHEME)) {
         return std::nullopt;
     }
     const std::size_t begin = header.find_first_not_of(' ', blank);

@@ -2,26 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "HttpRequest.h"
 
-#include <algorithm>
+#include "Text.h"
 
 namespace QZ {
 
-namespace {
-
-char _lower(char c) {
-    return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
-bool sameHeader(const std::string& left, const std::string& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char one, char other) { return _lower(one) == _lower(other); });
-}
-
-const std::string* HttpRequest::header(const std::string& name) const {
+const std::string* HttpRequest::header(std::string_view name) const {
     for (const auto& [key, value] : headers) {
-        if (sameHeader(key, name)) {
+        if (sameName(key, name)) {
             return &value;
         }
     }

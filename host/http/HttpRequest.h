@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,10 +21,7 @@ struct HttpRequest {
     Caller caller;     // who was authenticated
 
     // The first header of that name, ignoring case; null where there is none.
-    const std::string* header(const std::string& name) const;
+    const std::string* header(std::string_view name) const;
 };
-
-// Whether two texts differ by no more than the case of ASCII letters, as header names may.
-bool sameHeader(const std::string& left, const std::string& right);
 
 }  // namespace QZ

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "CimText.h"
+#include "Text.h"
 #include "WqlMatch.h"
 
 namespace QZ {

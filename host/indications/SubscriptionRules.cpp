@@ -13,6 +13,7 @@
 #include "SubscriptionProperties.h"
 #include "SubscriptionTime.h"
 #include "System.h"
+#include "Text.h"
 
 namespace QZ {
 

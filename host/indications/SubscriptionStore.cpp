@@ -10,6 +10,7 @@
 
 #include "CimText.h"
 #include "SubscriptionTime.h"
+#include "Text.h"
 
 namespace QZ {
 

@@ -7,6 +7,7 @@
 
 #include "CimText.h"
 #include "SendAlert.h"
+#include "Text.h"
 
 namespace QZ {
 

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "CimText.h"
+#include "Text.h"
 #include "ValueVisitor.h"
 
 namespace QZ {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "CimText.h"
+#include "Text.h"
 #include "WqlLexer.h"
 #include "WqlQuery.h"
 

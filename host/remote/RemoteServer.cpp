@@ -10,8 +10,8 @@
 #include "CimAnswer.h"
 #include "CimRequestWriter.h"
 #include "CimText.h"
-#include "HttpRequest.h"
 #include "RemoteSchema.h"
+#include "Text.h"
 
 namespace QZ {
 
@@ -68,7 +68,7 @@ std::string _escaped(const std::string& text) {
 
 const std::string* _find(const HttpAnswer& answer, const char* name) {
     for (const auto& [key, value] : answer.headers) {
-        if (sameHeader(key, name)) {
+        if (sameName(key, name)) {
             return &value;
         }
     }

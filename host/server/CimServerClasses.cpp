@@ -8,6 +8,7 @@
 #include "CimText.h"
 #include "ClassConversion.h"
 #include "ServerCall.h"
+#include "Text.h"
 
 // The operations on classes and qualifiers, and the table of all operations.
 

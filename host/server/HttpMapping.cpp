@@ -8,7 +8,7 @@
 #include <charconv>
 
 #include "CimText.h"
-#include "MofSyntax.h"
+#include "Text.h"
 #include "XmlText.h"
 
 namespace QZ {
@@ -45,8 +45,9 @@ std::string _escaped(const std::string& text) {
 }
 
 // Without its %XX, with which names stand in headers.
-std::string _unescaped(const std::string& text) {
+std::string _unescaped(std::string_view text) {
     std::string result;
+    result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const int high = text[i] == '%' && i + 2 < text.size() ? _hexDigit(text[i + 1]) : -1;
         const int low = high >= 0 ? _hexDigit(text[i + 2]) : -1;
@@ -60,14 +61,14 @@ std::string _unescaped(const std::string& text) {
     return result;
 }
 
-std::string _unquoted(const std::string& text) {
+std::string_view _unquoted(std::string_view text) {
     const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
     return isQuoted ? text.substr(1, text.size() - 2) : text;
 }
 
 // Calls take(element) for each element of a header, between separators outside of quotes.
 template <class Take>
-void _forEach(const std::string& list, char separator, Take take) {
+void _forEach(std::string_view list, char separator, Take take) {
     std::size_t begin = 0;
     bool isQuoted = false;
     for (std::size_t at = 0; at <= list.size(); ++at) {
@@ -83,17 +84,18 @@ void _forEach(const std::string& list, char separator, Take take) {
 // The same for the parameters behind the first element: take(name, value), without quotes. Returns
 // that first element.
 template <class Take>
-std::string _withParameters(const std::string& text, Take take) {
-    std::string first;
+std::string_view _withParameters(std::string_view text, Take take) {
+    std::string_view first;
     bool isFirst = true;
-    _forEach(text, ';', [&](const std::string& part) {
+    _forEach(text, ';', [&](std::string_view part) {
         if (isFirst) {
             first = _unquoted(part);
             isFirst = false;
             return;
         }
         const std::size_t equals = std::min(part.find('='), part.size());
-        const std::string value = equals < part.size() ? part.substr(equals + 1) : "";
+        const std::string_view value =
+            equals < part.size() ? part.substr(equals + 1) : std::string_view();
         take(trimmed(part.substr(0, equals)), _unquoted(trimmed(value)));
     });
     return first;
@@ -105,8 +107,8 @@ bool _isXml(const std::string* contentType) {
         return true;
     }
     bool isReadable = true;
-    const std::string type =
-        _withParameters(*contentType, [&](const std::string& name, const std::string& value) {
+    const std::string_view type =
+        _withParameters(*contentType, [&](std::string_view name, std::string_view value) {
             isReadable = isReadable && (!sameName(name, "charset") || sameName(value, "utf-8") ||
                                         sameName(value, "us-ascii"));
         });
@@ -115,11 +117,11 @@ bool _isXml(const std::string* contentType) {
 
 // Whether one declaration of a Man header (RFC 2774, 4) is that of our mapping. Then `prefix` is
 // what its headers begin with.
-bool _declaresMapping(const std::string& declaration, std::string& prefix) {
+bool _declaresMapping(std::string_view declaration, std::string& prefix) {
     bool isNumber = true;
     std::string number;
-    const std::string extension =
-        _withParameters(declaration, [&](const std::string& name, const std::string& value) {
+    const std::string_view extension =
+        _withParameters(declaration, [&](std::string_view name, std::string_view value) {
             if (sameName(name, "ns")) {
                 number = value;
                 isNumber =
@@ -139,24 +141,35 @@ HttpMapping::HttpMapping(const HttpRequest& request)
     : _request(request), _isExtended(request.method == "M-POST") {
     _isDeclared = !_isExtended;
     for (const auto& [name, value] : request.headers) {
-        if (_isExtended && sameHeader(name, "Man")) {
-            _forEach(value, ',', [this](const std::string& declaration) {
+        if (_isExtended && sameName(name, "Man")) {
+            _forEach(value, ',', [this](std::string_view declaration) {
                 _isDeclared = _isDeclared || _declaresMapping(declaration, _prefix);
             });
         }
     }
 }
 
-const std::string* HttpMapping::_extension(const std::string& name) const {
-    return _request.header(_prefix + name);
+bool HttpMapping::_isExtension(std::string_view header, std::string_view name) const {
+    return header.size() == _prefix.size() + name.size() &&
+           header.substr(0, _prefix.size()) == _prefix &&
+           sameName(header.substr(_prefix.size()), name);
+}
+
+const std::string* HttpMapping::_extension(std::string_view name) const {
+    for (const auto& [key, value] : _request.headers) {
+        if (_isExtension(key, name)) {
+            return &value;
+        }
+    }
+    return nullptr;
 }
 
 // Whether the header is there, and says that as often as it stands there.
-bool HttpMapping::_says(const std::string& name, const std::string& expected,
-                        bool (*isSame)(const std::string&, const std::string&)) const {
+bool HttpMapping::_says(std::string_view name, std::string_view expected,
+                        bool (*isSame)(std::string_view, std::string_view)) const {
     bool isThere = false;
     for (const auto& [key, value] : _request.headers) {
-        if (sameHeader(key, _prefix + name)) {
+        if (_isExtension(key, name)) {
             if (!isSame(_unescaped(trimmed(value)), expected)) {
                 return false;
             }
@@ -184,16 +197,14 @@ std::optional<HttpAnswer> HttpMapping::refusal() const {
         return failure(501, "multiple-requests-unsupported");
     }
     const std::string* const version = _extension("CIMProtocolVersion");
-    if (version && trimmed(*version).rfind("1.", 0) != 0) {
+    if (version && trimmed(*version).substr(0, 2) != "1.") {
         return failure(501, "unsupported-protocol-version");
     }
     return std::nullopt;
 }
 
 std::optional<HttpAnswer> HttpMapping::mismatch(const CimRequest& request) const {
-    const auto equal = [](const std::string& one, const std::string& other) {
-        return one == other;
-    };
+    const auto equal = [](std::string_view one, std::string_view other) { return one == other; };
     if (!_says("CIMMethod", request.call.method, equal) ||
         !_says("CIMObject", make_string(request.nameSpace.getString()), sameName)) {
         return failure(400, "header-mismatch");
@@ -232,7 +243,7 @@ Pegasus::AcceptLanguageList parseAcceptLanguage(const std::string* header) {
     if (!header) {
         return list;
     }
-    _forEach(*header, ',', [&](const std::string& element) {
+    _forEach(*header, ',', [&](std::string_view element) {
         const std::size_t parameter = element.find(';');
         float quality = 1;
         const std::size_t q = element.find("q=", parameter == element.npos ? 0 : parameter);
@@ -240,8 +251,11 @@ Pegasus::AcceptLanguageList parseAcceptLanguage(const std::string* header) {
             const char* const end = element.data() + element.size();
             std::from_chars(element.data() + q + 2, end, quality);
         }
+        const std::string_view tag = trimmed(element.substr(0, parameter));
+        if (tag.empty()) {
+            return;
+        }
         try {
-            const std::string tag = trimmed(element.substr(0, parameter));
             list.insert(LanguageTag(String(tag.data(), Uint32(tag.size()))), quality);
         } catch (const Exception&) {
             // No language that anybody could answer in.

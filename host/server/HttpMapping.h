@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "CimRequest.h"
 #include "HttpReply.h"
@@ -37,9 +38,10 @@ public:
     HttpAnswer failure(int status, const std::string& cimError) const;
 
 private:
-    const std::string* _extension(const std::string& name) const;
-    bool _says(const std::string& name, const std::string& expected,
-               bool (*isSame)(const std::string&, const std::string&)) const;
+    bool _isExtension(std::string_view header, std::string_view name) const;
+    const std::string* _extension(std::string_view name) const;
+    bool _says(std::string_view name, std::string_view expected,
+               bool (*isSame)(std::string_view, std::string_view)) const;
 
     const HttpRequest& _request;
     bool _isExtended = false;  // M-POST

@@ -13,6 +13,7 @@
 #include "ClassConversion.h"
 #include "Product.h"
 #include "System.h"
+#include "Text.h"
 
 namespace QZ {
 

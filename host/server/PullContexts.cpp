@@ -8,8 +8,8 @@
 
 #include "CimText.h"
 #include "Clock.h"
-#include "MofSyntax.h"
 #include "RandomText.h"
+#include "Text.h"
 
 namespace QZ {
 

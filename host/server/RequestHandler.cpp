@@ -134,17 +134,17 @@ void RequestHandler::handle(const HttpRequest& http, HttpReply& reply) {
     }
     reply.setLogText(_logText(request, 0));
     reply.setTrailerNames(mapping.trailerNames());
-    reply.setLateAnswer(
-        [call = request.call, headers = mapping.answerHeaders(), this](HttpReply::Late why) {
-            return HttpAnswer{200, headers, _lateAnswer(call, why, _limits.answer)};
-        });
+    const HttpHeaders headers = mapping.answerHeaders();
+    reply.setLateAnswer([call = request.call, headers, this](HttpReply::Late why) {
+        return HttpAnswer{200, headers, _lateAnswer(call, why, _limits.answer)};
+    });
     InProcessServer::Caller caller{http.caller.name,
                                    parseAcceptLanguage(http.header("Accept-Language"))};
     int status = CIM_ERR_FAILED;
     std::string reason;
     try {
         _requireRights(request, http.caller);
-        for (const auto& [name, value] : mapping.answerHeaders()) {
+        for (const auto& [name, value] : headers) {
             reply.addHeader(name, value);
         }
         CimResponseWriter writer(request.call,

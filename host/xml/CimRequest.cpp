@@ -10,7 +10,7 @@
 
 #include "CimParameters.h"
 #include "CimText.h"
-#include "MofSyntax.h"
+#include "Text.h"
 #include "XmlGrammar.h"
 #include "XmlObjects.h"
 

@@ -111,9 +111,9 @@ void appendXmlText(std::string& xml, std::string_view utf8) {
     }
 }
 
-std::string trimmed(const std::string& text) {
+std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
-    return first == text.npos ? ""
+    return first == text.npos ? std::string_view()
                               : text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 

@@ -15,6 +15,6 @@ void appendXmlText(std::string& xml, const Pegasus::String& text);
 void appendXmlText(std::string& xml, std::string_view utf8);
 
 // Without XML's white space at the beginning and at the end.
-std::string trimmed(const std::string& text);
+std::string_view trimmed(std::string_view text);
 
 }  // namespace QZ

@@ -9,7 +9,7 @@
 #include <memory>
 #include <random>
 
-#include "MofSyntax.h"
+#include "Text.h"
 
 namespace QZ {
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "CimText.h"
-#include "MofSyntax.h"
+#include "Text.h"
 #include "ValueMaker.h"
 #include "XmlObjects.h"
 #include "XmlText.h"
@@ -61,7 +61,7 @@ std::optional<CIMValue> _scalar(const std::string& text, CIMType type) {
         case CIMTYPE_STRING:
             return CIMValue(_string(text));
         case CIMTYPE_BOOLEAN: {
-            const std::string word = trimmed(text);
+            const std::string word(trimmed(text));
             if (sameName(word, "true")) {
                 return CIMValue(Boolean(true));
             }
@@ -69,15 +69,15 @@ std::optional<CIMValue> _scalar(const std::string& text, CIMType type) {
         }
         case CIMTYPE_REAL32:
         case CIMTYPE_REAL64:
-            return _real(trimmed(text), type);
+            return _real(std::string(trimmed(text)), type);
         case CIMTYPE_CHAR16:
             return _character(text);
         case CIMTYPE_DATETIME:
-            return CIMValue(CIMDateTime(_string(trimmed(text))));
+            return CIMValue(CIMDateTime(_string(std::string(trimmed(text)))));
         case CIMTYPE_REFERENCE:
             return CIMValue(CIMObjectPath(_string(text)));
         default:
-            return _integer(trimmed(text), type);
+            return _integer(std::string(trimmed(text)), type);
     }
 }
 

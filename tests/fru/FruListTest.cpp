@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "RepeatableRandom.h"
+#include "Text.h"
 #include "Units.h"
 #include "tavqz/AccessHelpers.h"
 

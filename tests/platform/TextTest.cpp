@@ -123,3 +123,24 @@ TEST(Text, IsPlainUpToTheFirstByteThatIsNot) {
         }
     }
 }
+
+TEST(Text, TakesNamesForTheSameWhateverTheCaseOfAsciiLetters) {
+    EXPECT_TRUE(sameName("", ""));
+    EXPECT_TRUE(sameName("Content-Type", "cONTENT-tYPE"));
+    EXPECT_FALSE(sameName("Term", "Terms"));
+    EXPECT_FALSE(sameName("@[", "`{"));  // which stand beside the letters
+    EXPECT_FALSE(sameName("\xC4", "\xE4"));
+    EXPECT_FALSE(sameName({"a\0b", 3}, {"a\0c", 3}));
+    EXPECT_TRUE(sameName({"a\0b", 3}, {"A\0B", 3}));
+}
+
+TEST(Text, OrdersNamesAsItTakesThemForTheSame) {
+    const std::string_view ascending[] = {"",          "Lease",     "LEASE_", "leasing",
+                                          {"x\0a", 3}, {"X\0B", 3}, "\xE4"};
+    for (std::size_t i = 0; i < std::size(ascending); ++i) {
+        for (std::size_t j = 0; j < std::size(ascending); ++j)
+            EXPECT_EQ(lessName(ascending[i], ascending[j]), i < j) << ascending[i] << ascending[j];
+    }
+    EXPECT_FALSE(lessName("term", "TERM"));
+    EXPECT_FALSE(lessName("TERM", "term"));
+}

@@ -81,6 +81,7 @@ TEST_F(HttpMappingTest, WantsHeadersAndBodyToAgree) {
     EXPECT_EQ(failure(_with("CIMMethod", "")), "400 header-mismatch");
     EXPECT_EQ(failure(_with("CIMMethod", "GetInstance")), "400 header-mismatch");
     EXPECT_EQ(failure(_with("CIMObject", "root/cimv2")), "400 header-mismatch");
+    EXPECT_EQ(failure(_with("CIMObject", "root/tavqz%00b")), "400 header-mismatch");
     EXPECT_EQ(answer(_with("CIMObject", "ROOT%2Ftavqz")).answer.status, 200);
 }
 

@@ -11,6 +11,7 @@
 #include "InProcessServer.h"
 #include "MofParser.h"
 #include "RequestHandler.h"
+#include "Text.h"
 #include "XmlTree.h"
 
 // An answer that is kept.
@@ -41,7 +42,7 @@ public:
 
     std::string header(const std::string& name) const {
         for (const auto& [key, value] : answer.headers) {
-            if (QZ::sameHeader(key, name)) {
+            if (QZ::sameName(key, name)) {
                 return value;
             }
         }
