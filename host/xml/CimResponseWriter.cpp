@@ -11,6 +11,9 @@ namespace {
 // What is gathered before it is handed on.
 constexpr std::size_t PIECE = std::size_t(16) * 1024;
 
+// Room for an answer of one instance.
+constexpr std::size_t FIRST = std::size_t(4) * 1024;
+
 void _appendHead(std::string& xml, const CimCall& call) {
     xml +=
         "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
@@ -38,6 +41,7 @@ void CimResponseWriter::_flush(std::size_t limit) {
 
 void CimResponseWriter::_begin() {
     if (_place == NotBegun) {
+        _xml.reserve(FIRST);
         _appendHead(_xml, _call);
         _place = Begun;
     }

@@ -10,6 +10,7 @@
 #include <random>
 
 #include "Text.h"
+#include "XmlMemory.h"
 
 namespace QZ {
 
@@ -75,13 +76,14 @@ bool _namesUnknownEntity(std::string_view document) {
 class TreeBuilder {
 public:
     explicit TreeBuilder(const XmlLimits& limits)
-        : _limits(limits), _parser(XML_ParserCreate(nullptr)) {
+        : _limits(limits), _parser(XML_ParserCreate_MM(nullptr, XmlMemory::suite(), nullptr)) {
         if (!_parser) {
             throw std::bad_alloc();
         }
         // One secret for the process against crafted names, where expat would ask for one each
         // time.
         static const unsigned long SALT = std::random_device()() | 1UL;
+        _open.reserve(16);
         XML_SetHashSalt(_parser.get(), SALT);
         XML_SetUserData(_parser.get(), this);
         XML_SetElementHandler(_parser.get(), &_onStart, &_onEnd);
@@ -132,19 +134,23 @@ private:
         if (self._refusal) {
             return;
         }
-        XmlElement element;
-        element.name = name;
-        for (const XML_Char** at = attributes; *at; at += 2) {
-            element.attributes.emplace_back(at[0], at[1]);
+        std::size_t count = 0;
+        while (attributes[2 * count]) {
+            ++count;
         }
-        self._nodes += 1 + element.attributes.size();
+        self._nodes += 1 + count;
         if (self._open.size() >= self._limits.depth) {
             return self._refuse("elements are nested too deeply");
         }
         if (self._nodes > self._limits.nodes) {
             return self._refuse("there are too many elements and attributes");
         }
-        self._open.push_back(std::move(element));
+        XmlElement& element = self._open.emplace_back();
+        element.name = name;
+        element.attributes.reserve(count);
+        for (const XML_Char** at = attributes; *at; at += 2) {
+            element.attributes.emplace_back(at[0], at[1]);
+        }
     }
 
     static void _onEnd(void* data, const XML_Char* /*name*/) {
@@ -152,13 +158,11 @@ private:
         if (self._refusal) {
             return;
         }
-        XmlElement element = std::move(self._open.back());
-        self._open.pop_back();
-        if (self._open.empty()) {
-            self._root = std::move(element);
-        } else {
-            self._open.back().children.push_back(std::move(element));
-        }
+        std::vector<XmlElement>& open = self._open;
+        const bool isRoot = open.size() == 1;
+        XmlElement& place = isRoot ? self._root : open[open.size() - 2].children.emplace_back();
+        place = std::move(open.back());
+        open.pop_back();
     }
 
     static void _onText(void* data, const XML_Char* text, int length) {
@@ -191,6 +195,7 @@ private:
     }
 
     const XmlLimits& _limits;
+    XmlMemory _memory;
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser> _parser;
     std::vector<XmlElement> _open;
     XmlElement _root;

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
+
 namespace QZ {
 namespace {
 
@@ -91,6 +95,59 @@ TEST(XmlTree, RefusesWhatIsNotWellFormed) {
                              "<a>]]></a>", "<a>&#0;</a>", "<a/>text"}) {
         EXPECT_THROW(_parse(text), XmlError) << text;
     }
+}
+
+TEST(XmlTree, ReadsWhatIsLargeAsWhatIsSmall) {
+    const std::string value(100'000, 'v');
+    const std::string text = _repeated("0123456789\n", 20'000);
+    std::string document = "<a x='" + value + "'>" + text;
+    for (int i = 0; i < 5'000; ++i) {
+        const std::string number = std::to_string(i);
+        document.append("<n").append(number).append(" a").append(number).append("='");
+        document.append(number).append("'>").append(number).append("</n").append(number) += '>';
+    }
+    document += "</a>";
+    const XmlElement root = _parse(document);
+    EXPECT_EQ(*root.attribute("x"), value);
+    EXPECT_EQ(root.text, text);
+    ASSERT_EQ(root.children.size(), 5'000U);
+    for (int i = 0; i < 5'000; ++i) {
+        const XmlElement& child = root.children[std::size_t(i)];
+        const std::string number = std::to_string(i);
+        ASSERT_EQ(child.name, "n" + number);
+        ASSERT_EQ(*child.attribute("a" + number), number);
+        ASSERT_EQ(child.text, number);
+    }
+}
+
+TEST(XmlTree, ReadsManyDocumentsOnManyThreads) {
+    std::vector<std::thread> threads;
+    threads.reserve(4);
+    std::atomic<int> read{0};
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([thread, &read] {
+            for (int i = 0; i < 500; ++i) {
+                const std::string name = "n" + std::to_string(1'000 * thread + i);
+                std::string element = "<";
+                element.append(name).append(" x='").append(name).append("'/>");
+                const std::string text = _repeated(element, 1 + i % 300);
+                const std::string open = "<a>" + text;
+                const XmlElement root = _parse(open + "</a>");
+                EXPECT_THROW(_parse(open), XmlError);
+                for (const XmlElement& child : root.children) {
+                    read += child.name == name && *child.attribute("x") == name ? 1 : 0;
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    int expected = 0;
+    for (int i = 0; i < 500; ++i) {
+        expected += 4 * (1 + i % 300);
+    }
+    EXPECT_EQ(read, expected);
 }
 
 }  // namespace QZ
