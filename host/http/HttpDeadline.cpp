@@ -11,6 +11,12 @@ void HttpDeadline::set(std::chrono::milliseconds limit, const std::shared_ptr<vo
     }
 }
 
+void HttpDeadline::cancel() {
+    _end = NEVER;
+    _timerEnd = NEVER;
+    _timer.cancel();
+}
+
 void HttpDeadline::_arm(const std::shared_ptr<void>& owner) {
     _timerEnd = _end;
     _timer.expires_at(_end);
@@ -18,7 +24,10 @@ void HttpDeadline::_arm(const std::shared_ptr<void>& owner) {
         if (error) {
             return;  // cancelled, or set to end earlier
         }
-        _timerEnd = Clock::time_point::max();
+        _timerEnd = NEVER;
+        if (_end == NEVER) {
+            return;
+        }
         if (Clock::now() < _end) {
             return _arm(owner);
         }

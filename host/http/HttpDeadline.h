@@ -24,17 +24,19 @@ public:
 
     // So long from now, in place of what was set. The owner lives until then, or until cancel.
     void set(std::chrono::milliseconds limit, const std::shared_ptr<void>& owner);
-    void cancel() { _timer.cancel(); }
+    // It is not over any more, even where the timer ended and has not been heard yet.
+    void cancel();
 
 private:
     using Clock = std::chrono::steady_clock;
+    static constexpr Clock::time_point NEVER = Clock::time_point::max();
 
     void _arm(const std::shared_ptr<void>& owner);
 
     boost::asio::basic_waitable_timer<Clock, boost::asio::wait_traits<Clock>, HttpStrand> _timer;
     const std::function<void()> _onOver;
-    Clock::time_point _end;
-    Clock::time_point _timerEnd = Clock::time_point::max();  // never: not running
+    Clock::time_point _end = NEVER;
+    Clock::time_point _timerEnd = NEVER;  // where it is not running
 };
 
 }  // namespace QZ
