@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "ResponseStream.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <ctime>
 #include <utility>
+
+#include "Clock.h"
 
 namespace QZ {
 
@@ -54,28 +58,42 @@ const char* _reason(int status) {
     }
 }
 
-std::string _date() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&now, &parts);
-    char text[64];
-    const std::size_t length =
-        std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", &parts);
-    return std::string(text, length);
+// Of this second, for which each thread writes it once. RFC 9110, 5.6.7.
+std::string_view _date() {
+    thread_local std::time_t second = 0;
+    thread_local char text[64];
+    thread_local std::size_t length = 0;
+    const auto now = std::time_t(Clock::current().seconds());
+    if (now != second || length == 0) {
+        std::tm parts{};
+        gmtime_r(&now, &parts);
+        length = std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", &parts);
+        second = now;
+    }
+    return {text, length};
 }
 
+// A header ends with its line, whatever is in its text.
+void _appendHeader(std::string& head, const std::string& name, const std::string& value) {
+    head.append(name).append(": ");
+    const std::size_t begin = head.size();
+    head.append(value).append("\r\n");
+    std::replace_if(
+        head.begin() + std::ptrdiff_t(begin), head.end() - 2,
+        [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+}
+
+// The head, with room for so many bytes behind it.
 std::string _head(const HttpAnswer& answer, const ResponseStream::Form& form,
-                  const std::string& framing) {
-    std::string head = form.isHttp11 ? "HTTP/1.1 " : "HTTP/1.0 ";
+                  std::string_view framing, std::size_t room) {
+    constexpr std::size_t USUAL = 512;
+    std::string head;
+    head.reserve(USUAL + room);
+    head.append(form.isHttp11 ? "HTTP/1.1 " : "HTTP/1.0 ");
     head.append(std::to_string(answer.status)).append(" ").append(_reason(answer.status));
     head.append("\r\nDate: ").append(_date()).append("\r\n");
     for (const auto& [name, value] : answer.headers) {
-        head.append(name).append(": ");
-        for (const char c : value) {
-            // A header ends with its line, whatever is in its text.
-            head += c == '\r' || c == '\n' || c == '\0' ? ' ' : c;
-        }
-        head.append("\r\n");
+        _appendHeader(head, name, value);
     }
     head.append(framing);
     if (!form.keepsAlive) {
@@ -97,8 +115,8 @@ std::string _chunk(const std::string& bytes) {
 ResponseStream::ResponseStream(Form form, Send send) : _form(form), _send(std::move(send)) {}
 
 std::string ResponseStream::assemble(const HttpAnswer& answer, const Form& form) {
-    return _head(answer, form, "Content-Length: " + std::to_string(answer.body.size()) + "\r\n") +
-           answer.body;
+    const std::string length = "Content-Length: " + std::to_string(answer.body.size()) + "\r\n";
+    return _head(answer, form, length, answer.body.size()).append(answer.body);
 }
 
 void ResponseStream::setStatus(int status) {
@@ -162,13 +180,13 @@ std::string ResponseStream::_start() {
     _isStarted = true;
     if (!_form.isHttp11) {
         _form.keepsAlive = false;
-        return _head(_answer, _form, "");
+        return _head(_answer, _form, "", _answer.body.size());
     }
     std::string framing = "Transfer-Encoding: chunked\r\n";
     if (_form.acceptsTrailers && !_trailerNames.empty()) {
         framing.append("Trailer: ").append(_trailerNames).append("\r\n");
     }
-    return _head(_answer, _form, framing);
+    return _head(_answer, _form, framing, _answer.body.size());
 }
 
 void ResponseStream::discard(const HttpHeaders& trailers) {

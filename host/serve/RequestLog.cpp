@@ -40,10 +40,13 @@ double _milliseconds(const HttpLogRecord& record) {
 std::string requestText(const HttpLogRecord& record) {
     char time[32];
     (void)std::snprintf(time, sizeof time, "%.1f ms", _milliseconds(record));
-    std::string line = record.peer + " " + (record.user.empty() ? "-" : textForLog(record.user)) +
-                       " " + (record.method.empty() ? "-" : textForLog(record.method));
-    line += " \"" + record.text + "\" " + std::to_string(record.status) + " ";
-    return line + std::to_string(record.bytes) + " bytes " + time;
+    std::string line;
+    line.reserve(record.text.size() + 256);
+    line.append(record.peer).append(" ");
+    line.append(record.user.empty() ? "-" : textForLog(record.user)).append(" ");
+    line.append(record.method.empty() ? "-" : textForLog(record.method)).append(" \"");
+    line.append(record.text).append("\" ").append(std::to_string(record.status)).append(" ");
+    return line.append(std::to_string(record.bytes)).append(" bytes ").append(time);
 }
 
 std::string requestJson(const HttpLogRecord& record) {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "BasicCredentials.h"
+#include "ManualClock.h"
 #include "RawClient.h"
 
 namespace QZ {
@@ -76,6 +77,30 @@ TEST(HttpServer, SendsALongAnswerInChunks) {
     const std::string answer = client.receive();
     EXPECT_THAT(answer, HasSubstr("Transfer-Encoding: chunked\r\n"));
     EXPECT_THAT(answer, EndsWith("\r\n0\r\n\r\n"));
+}
+
+TEST(HttpServer, KeepsWhatAHeaderSaysOnItsLine) {
+    HttpServer server({}, [](const HttpRequest&, HttpReply& reply) {
+        reply.addHeader("X-Name", std::string("a\r\nX-Other: b\0c\n", 16));
+        reply.addHeader("X-Empty", "");
+    });
+    const RawClient client(server.port());
+    client.send(post("", LAST));
+    EXPECT_THAT(client.receive(), HasSubstr("\r\nX-Name: a  X-Other: b c \r\nX-Empty: \r\n"));
+}
+
+TEST(HttpServer, DatesItsAnswers) {
+    ManualClock clock(1800000000);
+    HttpServer server({}, echo);
+    const RawClient client(server.port());
+    for (const char* date : {"Fri, 15 Jan 2027 08:00:00 GMT", "Fri, 15 Jan 2027 08:00:01 GMT"}) {
+        for (int i = 0; i < 20; ++i) {  // on any of the server's threads
+            client.send(post("one"));
+            EXPECT_THAT(client.receive("<one>"),
+                        HasSubstr("\r\nDate: " + std::string(date) + "\r\n"));
+        }
+        clock.sleepMilliseconds(1000);
+    }
 }
 
 TEST(HttpServer, GoesOnWhereAClientExpectsToBeTold) {
