@@ -13,9 +13,11 @@ namespace {
 
 constexpr std::chrono::microseconds SPIN_TIME{50};
 
-// Of the thread itself: whether another has its place, and whether it is one too many.
+// Of the thread itself: whether another has its place, whether it is one too many, and whether it
+// called the handler since it last waited.
 thread_local bool isReplaced = false;
 thread_local bool isLost = false;
+thread_local bool isAwake = false;
 
 }  // namespace
 
@@ -24,9 +26,7 @@ HttpLoop::End HttpLoop::serve() {
     isLost = false;
     while (!isReplaced) {
         if (io.run_one() == 0) {
-            if (!_isOver.exchange(true)) {
-                _workers->endLoop();
-            }
+            _workers->end();
             return Over;
         }
         _awaitMore();
@@ -39,9 +39,11 @@ HttpLoop::End HttpLoop::serve() {
 // A client that asks again at once finds this thread awake: to fall asleep and be woken costs more
 // than this, in a virtual machine above all.
 void HttpLoop::_awaitMore() {
-    if (!_isAwake.exchange(false)) {
+    if (!std::exchange(isAwake, false)) {
         return;
     }
+    // Who was put aside in the middle of a request goes first.
+    std::this_thread::yield();
     const Time end = std::chrono::steady_clock::now() + SPIN_TIME;
     while (!isReplaced && io.poll_one() == 0 && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
@@ -53,7 +55,7 @@ void HttpLoop::enterHandler(const std::shared_ptr<HttpCall>& call, Time end) {
     _calls.push_back({call, end});
     _calls.back().isReplaced = isReplaced;  // the next of several requests that came at once
     _wasCalled = true;
-    _isAwake = true;
+    isAwake = true;
 }
 
 void HttpLoop::leaveHandler(const std::shared_ptr<HttpCall>& call) {
@@ -78,7 +80,7 @@ bool HttpLoop::watch(Time now) {
             const bool isLate = call.end <= now;
             if ((std::exchange(call.isSeen, true) || isLate) && !call.isReplaced) {
                 call.isReplaced = true;
-                _workers->offerPlace(shared_from_this());
+                _workers->offerPlace();
             }
             if (isLate && !call.isLost) {
                 _lose(call);

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <atomic>
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
 #include <chrono>
@@ -26,17 +25,17 @@ public:
     virtual void expire(HttpReply::Late why, bool isReplaced) = 0;
 };
 
-// A share of the connections: one thread waits for whatever comes next on any of them and carries
-// it out, the handler included. Only where that takes a while does another thread take its place:
-// threads that run side by side for no need get into each other's way, at the locks of the handler
-// and for the processors.
-class HttpLoop : public std::enable_shared_from_this<HttpLoop> {
+// Whatever comes next on any of the connections, and the threads that carry it out, the handler
+// included. Few have a place here at a time: threads that run side by side for no need get into
+// each other's way, at the locks of the handler and for the processors. Only where one is held up
+// for a while does another take its place.
+class HttpLoop {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
     explicit HttpLoop(std::shared_ptr<HttpWorkers> workers) : _workers(std::move(workers)) {}
 
-    // Serves the connections on this thread, until...
+    // Takes one place: serves the connections on this thread, until...
     enum End {
         Replaced,  // another has its place
         Lost,      // and more than that: it was given up, and is one too many now
@@ -59,8 +58,7 @@ public:
     // From now on it is over when no connection is left.
     void endWithoutWork() { _work.reset(); }
 
-    // One thread at a time is woken for what comes.
-    boost::asio::io_context io{1};
+    boost::asio::io_context io;
 
 private:
     struct Call {
@@ -81,8 +79,6 @@ private:
     std::mutex _mutex;
     std::vector<Call> _calls;
     bool _wasCalled = false;
-    std::atomic<bool> _isAwake{false};
-    std::atomic<bool> _isOver{false};
 };
 
 }  // namespace QZ

@@ -42,9 +42,7 @@ public:
         for (const auto& connection : shared->connections()) {
             connection->stop();
         }
-        for (const auto& loop : shared->loops()) {
-            loop->endWithoutWork();
-        }
+        shared->loop()->endWithoutWork();
     }
 
     // While the threads are still there to do it: a turn that comes with the end of others would be
@@ -75,7 +73,7 @@ private:
         try {
             auto wire =
                 listener.tls ? listener.tls->accept(socket.get()) : HttpWire::make(socket.get());
-            connection = HttpConnection::make(shared, shared->nextLoop(), std::move(socket),
+            connection = HttpConnection::make(shared, shared->loop(), std::move(socket),
                                               std::move(wire), std::move(login));
             shared->add(connection);
         } catch (...) {
@@ -111,24 +109,20 @@ bool HttpServer::stop(milliseconds time) {
     HttpShared& shared = *_core->shared;
     HttpWorkers& workers = shared.workers();
     _core->close();
-    const bool ended = workers.waitForEnd(std::chrono::steady_clock::now() + time);
+    const bool ended = workers.waitForEnd(std::chrono::steady_clock::now() + time).has_value();
     _core->refuseWhoWaits();
     shared.stopWatching();
-    for (const auto& loop : shared.loops()) {
-        loop->expireAll();
-        loop->io.stop();
-    }
-    workers.endAllLoops();
+    shared.loop()->expireAll();
+    shared.loop()->io.stop();
+    workers.end();
     // Where time was over, what the threads did not come to is done here: a handler that never goes
     // would keep the server.
-    const bool left = workers.waitForEnd(std::chrono::steady_clock::now() + LEAVING_TIME);
-    if (!left || lostWorkers() != 0) {
+    const auto lost = workers.waitForEnd(std::chrono::steady_clock::now() + LEAVING_TIME);
+    if (lost != 0U) {
         return false;
     }
-    for (const auto& loop : shared.loops()) {
-        loop->io.restart();
-        loop->io.poll();
-    }
+    shared.loop()->io.restart();
+    shared.loop()->io.poll();
     return ended;
 }
 

@@ -11,7 +11,7 @@ namespace QZ {
 
 namespace {
 
-// How long a request may hold up the others of its loop before another thread goes on with them.
+// How long a request may keep its thread from the others before another takes that place.
 constexpr std::chrono::milliseconds WATCH_TIME{2};
 
 // How often in vain the watcher looks before it sleeps: waking it for each request of a busy client
@@ -25,21 +25,16 @@ HttpShared::HttpShared(HttpServerOptions given, HttpServer::Handler answers)
       handler(std::move(answers)),
       // One more than are in the handler: somebody is there to read, and to refuse.
       _workers(
-          std::make_shared<HttpWorkers>(options.limits.workers + 1, options.limits.lostWorkers)) {
-    // Half of the threads at least wait for the others to be held up.
-    const std::size_t loops =
-        std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1,
-                                std::max<std::size_t>(options.limits.workers / 2, 1));
-    for (std::size_t i = 0; i < loops; ++i) {
-        _loops.push_back(std::make_shared<HttpLoop>(_workers));
-    }
-}
+          std::make_shared<HttpWorkers>(options.limits.workers + 1, options.limits.lostWorkers)),
+      _loop(std::make_shared<HttpLoop>(_workers)) {}
 
 void HttpShared::start() {
-    for (const auto& loop : _loops) {
-        _workers->offerPlace(loop);
-    }
-    _workers->start(_loops.size());
+    // A thread for each processor, and one that waits for what comes meanwhile. Half of the threads
+    // at least wait for the others to be held up.
+    const std::size_t places =
+        std::min<std::size_t>(std::thread::hardware_concurrency() + 1,
+                              std::max<std::size_t>(options.limits.workers / 2, 1));
+    _workers->start(_loop, places);
     _watcher = std::thread([this] { _watch(); });
 }
 
@@ -56,11 +51,8 @@ void HttpShared::_watch() {
     while (!_watcherEnds) {
         // Before the look: a call that comes behind it ends the sleep.
         _watcherSleeps = quiet >= QUIET_LOOKS;
-        bool wasCalled = false;
         lock.unlock();
-        for (const auto& loop : _loops) {
-            wasCalled = loop->watch(std::chrono::steady_clock::now()) || wasCalled;
-        }
+        const bool wasCalled = _loop->watch(std::chrono::steady_clock::now());
         lock.lock();
         quiet = wasCalled ? 0 : quiet + 1;
         if (quiet <= QUIET_LOOKS) {

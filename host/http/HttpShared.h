@@ -21,7 +21,7 @@ namespace QZ {
 
 class HttpConnection;
 
-// What the connections of a server share: its options, the loops and threads that serve them, and
+// What the connections of a server share: its options, the loop and threads that serve them, and
 // the thread that watches over the handler's time. Any thread, but for start and stopWatching.
 class HttpShared {
 public:
@@ -30,9 +30,7 @@ public:
     // Starts the threads, and the one that watches them.
     void start();
 
-    // The loop for the next connection.
-    const std::shared_ptr<HttpLoop>& nextLoop() { return _loops[_next++ % _loops.size()]; }
-    const std::vector<std::shared_ptr<HttpLoop>>& loops() const { return _loops; }
+    const std::shared_ptr<HttpLoop>& loop() const { return _loop; }
     HttpWorkers& workers() const { return *_workers; }
 
     // Counts a connection of that peer's client (Login.h), whatever is done with it, until it
@@ -79,8 +77,7 @@ private:
     void _watch();
 
     std::shared_ptr<HttpWorkers> _workers;
-    std::vector<std::shared_ptr<HttpLoop>> _loops;
-    std::atomic<std::size_t> _next{0};
+    std::shared_ptr<HttpLoop> _loop;
     mutable std::mutex _mutex;
     std::set<std::shared_ptr<HttpConnection>> _connections;
     std::size_t _admitted = 0;

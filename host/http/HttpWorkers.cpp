@@ -10,10 +10,12 @@
 
 namespace QZ {
 
-void HttpWorkers::start(std::size_t loops) {
+void HttpWorkers::start(std::shared_ptr<HttpLoop> loop, std::size_t places) {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _loops = loops;
-    for (std::size_t i = 0; i + 1 < _atOnce + loops; ++i) {
+    _loop = std::move(loop);
+    _places = places;
+    // The last of those that are in a handler has not given up its place yet.
+    for (std::size_t i = 0; i + 1 < _atOnce + places; ++i) {
         _startThread();
     }
 }
@@ -46,32 +48,22 @@ void HttpWorkers::_run() {
 // Waits for one. None when there is nothing more to serve.
 std::shared_ptr<HttpLoop> HttpWorkers::_takePlace() {
     std::unique_lock<std::mutex> lock(_mutex);
-    _changed.wait(lock, [this] { return !_places.empty() || _loops == 0; });
-    if (_loops == 0) {
-        return nullptr;
+    _changed.wait(lock, [this] { return _places != 0 || !_loop; });
+    if (_loop) {
+        --_places;
     }
-    std::shared_ptr<HttpLoop> loop = std::move(_places.front());
-    _places.pop_front();
-    return loop;
+    return _loop;
 }
 
-void HttpWorkers::offerPlace(const std::shared_ptr<HttpLoop>& loop) {
+void HttpWorkers::offerPlace() {
     const std::lock_guard<std::mutex> lock(_mutex);
-    _places.push_back(loop);
+    ++_places;
     _changed.notify_one();
 }
 
-void HttpWorkers::endLoop() {
+void HttpWorkers::end() {
     const std::lock_guard<std::mutex> lock(_mutex);
-    if (_loops > 0 && --_loops == 0) {
-        _changed.notify_all();
-    }
-}
-
-void HttpWorkers::endAllLoops() {
-    const std::lock_guard<std::mutex> lock(_mutex);
-    _loops = 0;
-    _places.clear();
+    _loop.reset();
     _changed.notify_all();
 }
 
@@ -92,9 +84,10 @@ std::size_t HttpWorkers::lostThreads() const {
     return _lost;
 }
 
-bool HttpWorkers::waitForEnd(Time end) const {
+std::optional<std::size_t> HttpWorkers::waitForEnd(Time end) const {
     std::unique_lock<std::mutex> lock(_mutex);
-    return _threadEnded.wait_until(lock, end, [this] { return _threads == 0; });
+    const bool ended = _threadEnded.wait_until(lock, end, [this] { return _threads == 0; });
+    return ended ? std::optional(_lost) : std::nullopt;
 }
 
 }  // namespace QZ
