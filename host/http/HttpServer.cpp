@@ -3,8 +3,10 @@
 #include "HttpServer.h"
 
 #include <future>
+#include <system_error>
 #include <utility>
 
+#include "Error.h"
 #include "HttpAcceptor.h"
 #include "HttpConnection.h"
 #include "TlsIdentity.h"
@@ -27,11 +29,12 @@ public:
           acceptor(shared->options.listeners) {}
 
     void start() {
-        shared->start();
         acceptor.start(
             [shared = shared](Descriptor socket, Login login, const HttpListener& listener) {
                 _take(shared, std::move(socket), std::move(login), listener);
             });
+        // Last, as it makes do with fewer threads than it wants.
+        shared->start();
     }
 
     void close() {
@@ -86,7 +89,16 @@ private:
 
 HttpServer::HttpServer(HttpServerOptions options, Handler handler)
     : _core(std::make_unique<Core>(std::move(options), std::move(handler))) {
-    _core->start();
+    try {
+        _core->start();
+    } catch (const std::system_error& error) {
+        stop(milliseconds(0));
+        throw Error("Cannot start the server's threads: " + std::string(error.what()) +
+                    "; allow it more processes and more memory");
+    } catch (...) {
+        stop(milliseconds(0));
+        throw;
+    }
 }
 
 HttpServer::~HttpServer() {

@@ -84,8 +84,8 @@ class HttpServer {
 public:
     using Handler = std::function<void(const HttpRequest& request, HttpReply& reply)>;
 
-    // Listens. What the handler throws is answered with status 500. Throws Error where an address
-    // or a path cannot be had.
+    // Listens. What the handler throws is answered with status 500. Throws Error where an address,
+    // a path or a thread cannot be had.
     HttpServer(HttpServerOptions options, Handler handler);
 
     // As stop, with no time left.

@@ -34,8 +34,8 @@ void HttpShared::start() {
     const std::size_t places =
         std::min<std::size_t>(std::thread::hardware_concurrency() + 1,
                               std::max<std::size_t>(options.limits.workers / 2, 1));
-    _workers->start(_loop, places);
     _watcher = std::thread([this] { _watch(); });
+    _workers->start(_loop, places);
 }
 
 void HttpShared::wakeWatcher() {

@@ -18,6 +18,9 @@ void HttpWorkers::start(std::shared_ptr<HttpLoop> loop, std::size_t places) {
     for (std::size_t i = 0; i + 1 < _atOnce + places; ++i) {
         _startThread();
     }
+    if (_threads == 0) {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    }
 }
 
 // With the mutex held. Where the system has no thread to give, those that are there serve.

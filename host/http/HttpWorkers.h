@@ -23,7 +23,8 @@ public:
     HttpWorkers(std::size_t atOnce, std::size_t mayBeLost)
         : _atOnce(atOnce), _mayBeLost(mayBeLost) {}
 
-    // Serves the loop, until the end, by so many threads at a time.
+    // Serves the loop, until the end, by so many threads at a time. Throws std::system_error where
+    // there is none to be had.
     void start(std::shared_ptr<HttpLoop> loop, std::size_t places);
 
     // Another thread is wanted there.

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <condition_variable>
@@ -14,6 +17,7 @@
 #include <vector>
 
 #include "BasicCredentials.h"
+#include "Error.h"
 #include "ManualClock.h"
 #include "RawClient.h"
 
@@ -335,6 +339,54 @@ TEST(HttpServer, ServesOthersWhileAClientReadsNothing) {
     EXPECT_EQ(std::future_status::ready, gaveUp.get_future().wait_for(std::chrono::seconds(10)));
     EXPECT_LT(written, std::size_t(64) * 1024 * 1024);
     EXPECT_TRUE(server.stop(std::chrono::seconds(10)));  // the handler is still on its way out
+}
+
+// How a process of its own fares that may have no thread more, then one, and so on: it is to be
+// told why there is no server, until there is one that answers.
+enum WithFewThreads { Answered, NotAnswered, NotTold, NotLimited };
+
+const std::string NO_THREADS =
+    "Cannot start the server's threads: Resource temporarily unavailable; allow it more processes "
+    "and more memory";
+
+[[noreturn]] void serveByFewThreads() {
+    rlimit threads{};
+    // Nothing keeps root from making them.
+    if ((geteuid() == 0 && setresuid(65534, 65534, 65534) != 0) ||
+        getrlimit(RLIMIT_NPROC, &threads) != 0) {
+        _exit(NotLimited);
+    }
+    for (rlim_t count = 1;; ++count) {
+        threads.rlim_cur = count;
+        if (setrlimit(RLIMIT_NPROC, &threads) != 0) {
+            _exit(NotLimited);
+        }
+        try {
+            const HttpServer server({}, echo);
+            const RawClient client(server.port());
+            client.send(post("quick", LAST));
+            const bool answers = testing::Value(client.receive(), EndsWith("<quick>"));
+            _exit(count == 1 ? NotLimited : answers ? Answered : NotAnswered);
+        } catch (const Error& error) {
+            if (error.what() != NO_THREADS) {
+                _exit(NotTold);
+            }
+        }
+    }
+}
+
+TEST(HttpServer, ServesByAsFewThreadsAsThereAreOrSaysSo) {
+    const pid_t child = fork();
+    if (child == 0) {
+        serveByFewThreads();
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == NotLimited) {
+        GTEST_SKIP() << "nothing limits the threads of a process here";
+    }
+    EXPECT_EQ(WEXITSTATUS(status), Answered);
 }
 
 }  // namespace
