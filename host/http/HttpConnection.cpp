@@ -373,9 +373,10 @@ void Connection::_close() {
     }
     _state = State::Closed;
     _deadline.cancel();
+    // First: a client that ended its connection, and sees that closed, may come again at once.
+    _shared->leave(_login.peer);
     error_code ignored;
     _socket.close(ignored);
-    _shared->leave(_login.peer);
     _shared->remove(shared_from_this());
 }
 

@@ -43,6 +43,8 @@ public:
         EXPECT_EQ(ssize_t(text.size()), ::send(_socket, text.data(), text.size(), MSG_NOSIGNAL));
     }
 
+    void endSending() const { EXPECT_EQ(0, shutdown(_socket, SHUT_WR)); }
+
     // What comes next, to the size of the buffer at most. 0 where the server closed, -1 after a
     // reset or where nothing comes.
     ssize_t receive(char* buffer, std::size_t size) const { return recv(_socket, buffer, size, 0); }

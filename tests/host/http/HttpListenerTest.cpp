@@ -141,12 +141,22 @@ TEST(HttpListener, LeavesRoomForOtherClients) {
     }
     EXPECT_THAT(RawClient(server.port()).receive(), StartsWith("HTTP/1.1 503 "));
     EXPECT_THAT(_ask(RawClient(server.port(), "127.0.0.2")), EndsWith("<127.0.0.2>"));
-    EXPECT_THAT(_ask(*mine.back()), StartsWith("HTTP/1.1 200 "));
-    mine.clear();
-    std::string answer;
-    // The server sees the ends a little later.
-    while (answer.rfind("HTTP/1.1 200 ", 0) != 0) {
-        answer = _ask(RawClient(server.port()));
+    for (const auto& client : mine) {
+        client->send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
+        EXPECT_THAT(client->receive("<127.0.0.1>"), StartsWith("HTTP/1.1 200 "));
+    }
+}
+
+TEST(HttpListener, HasRoomForAClientOnceItsConnectionIsClosed) {
+    HttpServerOptions options;
+    options.limits.connectionsPerClient = 1;
+    const HttpServer server(options, _answer);
+    for (int i = 0; i < 100; ++i) {
+        const RawClient client(server.port());
+        client.send("POST / HTTP/1.1\r\nHost: a\r\nContent-Length: 0\r\n\r\n");
+        EXPECT_THAT(client.receive("<127.0.0.1>"), StartsWith("HTTP/1.1 200 "));
+        client.endSending();
+        EXPECT_EQ(client.receive(), "");
     }
 }
 
