@@ -3,11 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ScopedEnvironment.h"
+#include "TemporaryFolder.h"
 #include "TestCaller.h"
 
 namespace QZ {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using Caller = TestCaller;
 
@@ -243,6 +246,25 @@ TEST_F(InstanceOperations, RefusesWhatCannotBeSet) {
     EXPECT_EQ(set("U8", Caller::value("NewValue", "256")), 13);
     EXPECT_EQ(set("U8", Caller::value("NewValue", "many")), 13);
     EXPECT_EQ(set("Text", "<IPARAMVALUE NAME=\"NewValue\"><VALUE.ARRAY/></IPARAMVALUE>"), 13);
+}
+
+TEST_F(InstanceOperations, HandsAModificationAndItsListOnAsTheyCame) {
+    const TemporaryFolder folder;
+    const ScopedEnvironment file("TAVQZ_TEST_MODIFIED", folder.file("modified"));
+    const std::string path =
+        "<INSTANCENAME CLASSNAME=\"TEST_Settings\"><KEYBINDING NAME=\"Id\">"
+        "<KEYVALUE VALUETYPE=\"string\">one</KEYVALUE></KEYBINDING></INSTANCENAME>";
+    const std::string both =
+        "<PROPERTY NAME=\"U8\" TYPE=\"uint8\"><VALUE>7</VALUE></PROPERTY>"
+        "<PROPERTY NAME=\"U16\" TYPE=\"uint16\"><VALUE>8</VALUE></PROPERTY>";
+    const std::string expected = "U8 uint8 7\nU16 uint16 8\n";
+    const auto modify = [&](const std::string& list) {
+        EXPECT_EQ(server.call("ModifyInstance", _modified(path, both) + list).error, 0);
+        return folder.read("modified");
+    };
+    EXPECT_THAT(modify(Caller::properties({"U16"})), EndsWith("\nU16\n" + expected));
+    EXPECT_THAT(modify(Caller::properties({})), EndsWith("\nEMPTY\n" + expected));
+    EXPECT_THAT(modify(""), EndsWith("\nNULL\n" + expected));
 }
 
 TEST_F(InstanceOperations, RefusesUnknownClassesAndNamespaces) {
